@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string_view>
+
+/// One category per area of the program.
+namespace glimmerly::log_category {
+
+inline constexpr std::string_view appLifecycle = "AppLifecycle";
+inline constexpr std::string_view logging = "Logging";
+inline constexpr std::string_view statusMenu = "StatusMenu";
+inline constexpr std::string_view screenshotWorkflow = "ScreenshotWorkflow";
+inline constexpr std::string_view screenCapture = "ScreenCapture";
+inline constexpr std::string_view overlay = "Overlay";
+inline constexpr std::string_view overlayCaptureBacking = "OverlayCaptureBacking";
+inline constexpr std::string_view overlayCanvas = "OverlayCanvas";
+inline constexpr std::string_view overlayExport = "OverlayExport";
+inline constexpr std::string_view hotkeySettings = "HotkeySettings";
+inline constexpr std::string_view hotkey = "Hotkey";
+
+} // namespace glimmerly::log_category

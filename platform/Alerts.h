@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace glimmerly {
+
+enum class AlertStyle { warning, informational, critical };
+
+struct Alert {
+    AlertStyle style = AlertStyle::warning;
+    std::string messageText;     ///< UTF-8
+    std::string informativeText; ///< UTF-8
+    std::vector<std::string> buttons;
+};
+
+/// Messages that must be answered.
+class Alerts {
+public:
+    virtual ~Alerts() = default;
+
+    /// Shows `alert` and returns the index of the chosen button once it is dismissed; the main loop goes on
+    /// meanwhile.
+    virtual int runModal(const Alert& alert) = 0;
+};
+
+} // namespace glimmerly

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "base/Bitmap.h"
+#include "base/Geometry.h"
+
+namespace glimmerly {
+
+enum class PasteboardOutcome { written, refused };
+
+/// The general pasteboard, read by other programs. Main thread only.
+class Pasteboard {
+public:
+    virtual ~Pasteboard() = default;
+
+    virtual void clearContents() = 0;
+    /// Offers `image` as one object of `size` points, as PNG and in the platform's other image formats.
+    [[nodiscard]] virtual PasteboardOutcome writeImage(const Bitmap& image, Size size) = 0;
+};
+
+} // namespace glimmerly

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "base/NotificationCenter.h"
+#include "platform/Application.h"
+
+namespace glimmerly {
+
+class Alerts;
+class HotkeyService;
+class KeyboardLayout;
+class MainQueue;
+class OverlayWindows;
+class Pasteboard;
+class Preferences;
+class ScreenCapture;
+class Screens;
+class StatusItem;
+class Workspace;
+
+/// Every service of the desktop that the program uses. The process has one, set before the first service is
+/// made; the shared services are built over it.
+struct Platform {
+    BundleInfo bundle;
+    NotificationCenter& notifications;
+    Application& application;
+    MainQueue& mainQueue;
+    Preferences& preferences;
+    Screens& screens;
+    ScreenCapture& screenCapture;
+    Workspace& workspace;
+    OverlayWindows& overlayWindows;
+    Pasteboard& pasteboard;
+    Alerts& alerts;
+    HotkeyService& hotkeys;
+    KeyboardLayout& keyboardLayout;
+    StatusItem& statusItem;
+
+    [[nodiscard]] static Platform& current();
+    /// `platform` must live as long as the process uses it.
+    static void setCurrent(Platform& platform);
+};
+
+} // namespace glimmerly

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace glimmerly {
+
+/// The user's preferences, kept across launches. Main thread only.
+class Preferences {
+public:
+    virtual ~Preferences() = default;
+
+    /// The bytes stored under `key`; none when there are none or the entry is not bytes.
+    [[nodiscard]] virtual std::optional<std::string> data(std::string_view key) const = 0;
+    virtual void setData(std::string_view key, std::string_view bytes) = 0;
+    virtual void remove(std::string_view key) = 0;
+};
+
+} // namespace glimmerly

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "base/Bitmap.h"
+
+#include <QImage>
+#include <QString>
+
+#include <string_view>
+
+namespace glimmerly {
+
+/// A picture over the same pixels as `bitmap`, which it keeps alive; opaque pictures draw fastest.
+enum class Opacity { opaque, translucent };
+[[nodiscard]] QImage toQImage(const Bitmap& bitmap, Opacity opacity);
+
+[[nodiscard]] inline QString toQString(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+} // namespace glimmerly

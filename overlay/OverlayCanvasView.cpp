@@ -26,7 +26,6 @@ bool OverlayCanvasView::writeCroppedImageToPasteboard() {
     const auto image = croppedSelectionImage();
     if (!image)
         return false;
-    services_.pasteboard.clearContents();
     const Size onePointPerPixel{static_cast<double>(image->width()), static_cast<double>(image->height())};
     return services_.pasteboard.writeImage(*image, onePointPerPixel) == PasteboardOutcome::written;
 }

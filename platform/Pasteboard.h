@@ -12,8 +12,8 @@ class Pasteboard {
 public:
     virtual ~Pasteboard() = default;
 
-    virtual void clearContents() = 0;
-    /// Offers `image` as one object of `size` points, as PNG and in the platform's other image formats.
+    /// Replaces whatever was there by `image`, one object of `size` points, as PNG and in the platform's
+    /// other image formats. The pixels must not change any more. When refused, the earlier contents stay.
     [[nodiscard]] virtual PasteboardOutcome writeImage(const Bitmap& image, Size size) = 0;
 };
 

@@ -1,0 +1,29 @@
+#include "platform/files/FileDescriptor.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace glimmerly {
+
+FileDescriptor& FileDescriptor::operator=(FileDescriptor&& other) noexcept {
+    std::swap(fd_, other.fd_);
+    return *this;
+}
+
+FileDescriptor::~FileDescriptor() {
+    if (fd_ >= 0)
+        ::close(fd_);
+}
+
+Result<void> FileDescriptor::close() {
+    if (fd_ >= 0 && ::close(std::exchange(fd_, -1)) != 0)
+        return posixFailure("Closing a file");
+    return {};
+}
+
+std::unexpected<Error> posixFailure(std::string_view what) {
+    return failure(Error::posix(errno, what));
+}
+
+} // namespace glimmerly

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <stdlib.h>
+#include <sys/stat.h>
+
+#include <optional>
+#include <string>
+
+namespace glimmerly {
+
+/// An environment variable set, or taken away with nullptr, until the end of its life.
+class ScopedEnvironment {
+public:
+    ScopedEnvironment(std::string name, const char* value) : name_(std::move(name)) {
+        if (const char* old = ::getenv(name_.c_str()))
+            previous_ = old;
+        set(value);
+    }
+    ~ScopedEnvironment() { set(previous_ ? previous_->c_str() : nullptr); }
+    ScopedEnvironment(const ScopedEnvironment&) = delete;
+    ScopedEnvironment& operator=(const ScopedEnvironment&) = delete;
+
+private:
+    void set(const char* value) const {
+        value != nullptr ? ::setenv(name_.c_str(), value, 1) : ::unsetenv(name_.c_str());
+    }
+    std::string name_;
+    std::optional<std::string> previous_;
+};
+
+/// The process's umask until the end of its life.
+class ScopedUmask {
+public:
+    explicit ScopedUmask(mode_t mask) : previous_(::umask(mask)) {}
+    ~ScopedUmask() { ::umask(previous_); }
+    ScopedUmask(const ScopedUmask&) = delete;
+    ScopedUmask& operator=(const ScopedUmask&) = delete;
+
+private:
+    mode_t previous_;
+};
+
+} // namespace glimmerly

@@ -21,6 +21,18 @@ struct BundleInfo {
 
 enum class ActivationPolicy { regular = 0, accessory = 1, prohibited = 2 };
 
+/// Hears of this program's start and end: each once, in this order, on the main thread.
+class ApplicationDelegate {
+public:
+    virtual ~ApplicationDelegate() = default;
+
+    virtual void applicationWillFinishLaunching() = 0;
+    /// The main loop runs from here on.
+    virtual void applicationDidFinishLaunching() = 0;
+    /// The main loop has ended, or the desktop has gone.
+    virtual void applicationWillTerminate() = 0;
+};
+
 /// This program as the desktop sees it.
 class Application {
 public:
@@ -31,6 +43,9 @@ public:
     virtual void activateIgnoringOtherApps() = 0;
     /// Ends the main loop, which runs the termination sequence.
     virtual void terminate() = 0;
+    /// `handler` runs on the main thread whenever the user starts the program again while it runs, also for
+    /// the starts since this one began. One handler for the life of the process.
+    virtual void onReopen(std::function<void()> handler) = 0;
 };
 
 } // namespace glimmerly

@@ -1,0 +1,79 @@
+#include "platform/qt/QtAlerts.h"
+
+#include "platform/qt/QtConversions.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScreen>
+
+#include <algorithm>
+#include <vector>
+
+namespace glimmerly {
+
+namespace {
+
+QMessageBox::Icon iconFor(AlertStyle style) {
+    switch (style) {
+    case AlertStyle::warning:
+        return QMessageBox::Warning;
+    case AlertStyle::informational:
+        return QMessageBox::Information;
+    case AlertStyle::critical:
+        return QMessageBox::Critical;
+    }
+    return QMessageBox::NoIcon;
+}
+
+void centerOnDisplayUnderMouse(QMessageBox& box) {
+    const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
+    if (!screen)
+        screen = QGuiApplication::primaryScreen();
+    if (!screen)
+        return;
+    box.adjustSize();
+    const QRect area = screen->availableGeometry();
+    box.move(area.center() - QPoint(box.width() / 2, box.height() / 2));
+}
+
+/// The buttons, left to right as the desktop orders them, the first one chosen by Return.
+std::vector<QAbstractButton*> addButtons(QMessageBox& box, const std::vector<std::string>& titles) {
+    std::vector<QAbstractButton*> buttons;
+    for (const auto& title : titles) {
+        const auto role = buttons.empty() ? QMessageBox::AcceptRole : QMessageBox::RejectRole;
+        buttons.push_back(box.addButton(toQString(title), role));
+    }
+    if (!buttons.empty()) {
+        box.setDefaultButton(static_cast<QPushButton*>(buttons.front()));
+        box.setEscapeButton(buttons.back());
+    }
+    return buttons;
+}
+
+} // namespace
+
+int QtAlerts::runModal(const Alert& alert) {
+    QMessageBox box;
+    box.setIcon(iconFor(alert.style));
+    box.setTextFormat(Qt::PlainText);
+    box.setText(toQString(alert.messageText));
+    box.setInformativeText(toQString(alert.informativeText));
+    box.setWindowModality(Qt::ApplicationModal);
+    box.setWindowFlag(Qt::WindowStaysOnTopHint);
+    const auto buttons = addButtons(box, alert.buttons);
+
+    centerOnDisplayUnderMouse(box);
+    box.show();
+    box.raise();
+    box.activateWindow();
+    box.exec();
+
+    const auto chosen = std::ranges::find(buttons, box.clickedButton());
+    if (chosen == buttons.end())
+        return buttons.empty() ? 0 : static_cast<int>(buttons.size()) - 1;
+    return static_cast<int>(chosen - buttons.begin());
+}
+
+} // namespace glimmerly

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/Alerts.h"
+
+namespace glimmerly {
+
+/// Alerts as message boxes in front of everything, on the display under the mouse.
+class QtAlerts : public Alerts {
+public:
+    /// When the program quits meanwhile, the answer is the last button.
+    int runModal(const Alert& alert) override;
+};
+
+} // namespace glimmerly

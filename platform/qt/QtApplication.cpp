@@ -1,0 +1,107 @@
+#include "platform/qt/QtApplication.h"
+
+#include "platform/qt/QtConversions.h"
+
+#include <QApplication>
+#include <QWindow>
+
+#include <cstdlib>
+#include <thread>
+#include <utility>
+
+namespace glimmerly {
+
+namespace {
+
+/// Runs the delegate's last callback once, whichever way the process ends. Qt answers a lost display
+/// connection with exit(1) deep in the event loop (6.4), so the main loop's return is not the only way out.
+class Termination {
+public:
+    static void arm(ApplicationDelegate& delegate) {
+        pending = &delegate;
+        mainThread = std::this_thread::get_id();
+        std::atexit([] {
+            if (std::this_thread::get_id() == mainThread)
+                run();
+        });
+    }
+    static void run() {
+        if (auto* delegate = std::exchange(pending, nullptr))
+            delegate->applicationWillTerminate();
+    }
+
+private:
+    static inline ApplicationDelegate* pending = nullptr;
+    static inline std::thread::id mainThread;
+};
+
+} // namespace
+
+/// The session's end arrives as a quit event, and Qt would close every window first and stay if one refused.
+class QtApplication::Toolkit : public QApplication {
+public:
+    using QApplication::QApplication;
+
+    bool event(QEvent* event) override {
+        if (event->type() == QEvent::Quit) {
+            exit(0);
+            return true;
+        }
+        return QApplication::event(event);
+    }
+};
+
+QtApplication::QtApplication(int& argc, char** argv, const BundleInfo& bundle) {
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    QGuiApplication::setDesktopFileName(toQString(bundle.identifier.value_or("")));
+    QCoreApplication::setApplicationName(toQString(bundle.applicationName()));
+    toolkit_ = std::make_unique<Toolkit>(argc, argv);
+}
+
+QtApplication::~QtApplication() = default;
+
+int QtApplication::run(ApplicationDelegate& delegate) {
+    Termination::arm(delegate);
+    delegate.applicationWillFinishLaunching();
+    // From within the loop, so that ending it there works.
+    QMetaObject::invokeMethod(
+        toolkit_.get(), [&delegate] { delegate.applicationDidFinishLaunching(); }, Qt::QueuedConnection);
+    const int status = QCoreApplication::exec();
+    Termination::run();
+    return status;
+}
+
+void QtApplication::setActivationPolicy(ActivationPolicy policy) {
+    // No window of an accessory keeps it alive; windows that it does open are listed like any other, because
+    // the task list is how people find a covered window here.
+    QGuiApplication::setQuitOnLastWindowClosed(policy == ActivationPolicy::regular);
+}
+
+void QtApplication::activateIgnoringOtherApps() {
+    for (QWindow* window : QGuiApplication::topLevelWindows()) {
+        if (window->isVisible()) {
+            window->raise();
+            window->requestActivate();
+        }
+    }
+}
+
+void QtApplication::terminate() {
+    // Not quit(): that asks every window first.
+    QCoreApplication::exit(0);
+}
+
+void QtApplication::onReopen(std::function<void()> handler) {
+    reopenHandler_ = std::move(handler);
+    if (std::exchange(reopening_, Reopening::none) == Reopening::awaitsHandler)
+        reopen();
+}
+
+void QtApplication::reopen() {
+    if (reopenHandler_)
+        reopenHandler_();
+    else
+        reopening_ = Reopening::awaitsHandler;
+}
+
+} // namespace glimmerly

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/Application.h"
+
+#include <vector>
+
+namespace glimmerly {
+
+/// Counts what it is asked for; a test starts the program "again" with `reopen`.
+class FakeApplication : public Application {
+public:
+    void setActivationPolicy(ActivationPolicy policy) override { policies.push_back(policy); }
+    void activateIgnoringOtherApps() override { ++activations; }
+    void terminate() override { ++terminations; }
+    void onReopen(std::function<void()> handler) override { reopen = std::move(handler); }
+
+    std::vector<ActivationPolicy> policies;
+    int activations = 0;
+    int terminations = 0;
+    std::function<void()> reopen;
+};
+
+} // namespace glimmerly

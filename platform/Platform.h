@@ -7,6 +7,7 @@ namespace glimmerly {
 
 class Alerts;
 class HotkeyService;
+class Images;
 class KeyboardLayout;
 class MainQueue;
 class OverlayWindows;
@@ -31,6 +32,7 @@ struct Platform {
     OverlayWindows& overlayWindows;
     Pasteboard& pasteboard;
     Alerts& alerts;
+    Images& images;
     HotkeyService& hotkeys;
     KeyboardLayout& keyboardLayout;
     StatusItem& statusItem;

@@ -75,6 +75,14 @@ struct Rect {
     constexpr bool operator==(const Rect&) const = default;
 };
 
+/// A pixel, counted from the top-left, y downwards.
+struct PixelPoint {
+    int x = 0;
+    int y = 0;
+
+    constexpr bool operator==(const PixelPoint&) const = default;
+};
+
 /// An extent in whole pixels.
 struct PixelSize {
     int width = 0;
@@ -90,6 +98,8 @@ struct PixelRect {
     int width = 0;
     int height = 0;
 
+    [[nodiscard]] constexpr int maxX() const { return x + width; }
+    [[nodiscard]] constexpr int maxY() const { return y + height; }
     [[nodiscard]] constexpr PixelSize size() const { return {width, height}; }
     constexpr bool operator==(const PixelRect&) const = default;
 };

@@ -1,0 +1,129 @@
+#include "overlay/model/Selection.h"
+
+#include "overlay/model/SelectionLayout.h"
+
+#include <gtest/gtest.h>
+
+#include <numeric>
+#include <random>
+
+namespace glimmerly {
+namespace {
+
+using enum SelectionHandle;
+constexpr Rect screen{0, 0, 1440, 902};
+
+Selection drawn(Point from, Point to) {
+    Selection selection;
+    selection.beginCreation(from);
+    selection.dragCreation(to);
+    selection.endDrag();
+    selection.discardIfTooSmall();
+    return selection;
+}
+
+TEST(Selection, IsDrawnFromCornerToCorner) {
+    EXPECT_EQ(drawn({100, 100}, {50, 300}).rect(), Rect(50, 100, 50, 200));
+    EXPECT_EQ(drawn({100, 100}, {-50, 2000}).rect(), Rect(-50, 100, 150, 1900)) << "not clamped";
+    EXPECT_EQ(drawn({100, 100}, {102, 102}).rect(), Rect(100, 100, 2, 2));
+    EXPECT_FALSE(drawn({100, 100}, {300, 101}).rect());
+}
+
+TEST(Selection, ClickWithoutADragLeavesTheOldOne) {
+    Selection selection = drawn({100, 100}, {200, 200});
+    selection.clearDrag();
+    selection.beginCreation({500, 500});
+    EXPECT_EQ(selection.rect(), Rect(100, 100, 100, 100));
+    EXPECT_FALSE(selection.toolbarAnchorRect());
+    selection.endDrag();
+    selection.discardIfTooSmall();
+    EXPECT_EQ(selection.toolbarAnchorRect(), Rect(100, 100, 100, 100));
+}
+
+TEST(Selection, IsShownWhileItHasASizeAndCompleteWhenBigEnough) {
+    Selection selection;
+    selection.beginCreation({100, 100});
+    EXPECT_FALSE(selection.visibleRect());
+    selection.dragCreation({300, 100});
+    EXPECT_FALSE(selection.visibleRect()) << "no height";
+    selection.dragCreation({300, 99});
+    EXPECT_EQ(selection.visibleRect(), Rect(100, 99, 200, 1));
+    selection.endDrag();
+    EXPECT_FALSE(selection.toolbarAnchorRect()) << "too low";
+}
+
+TEST(Selection, ResizesFromWhereItWasGrabbed) {
+    Selection selection = drawn({100, 100}, {200, 200});
+    ASSERT_EQ(selection.handleAt({206, 95}), std::optional(se));
+    EXPECT_FALSE(selection.handleAt({207, 94}));
+    selection.clearDrag();
+    selection.beginResize(se);
+    EXPECT_FALSE(selection.toolbarAnchorRect());
+    selection.dragResize({50, 250}, screen);
+    EXPECT_EQ(selection.rect(), Rect(50, 200, 50, 50)) << "flipped past the top-left corner";
+    selection.dragResize({220, 90}, screen);
+    EXPECT_EQ(selection.rect(), Rect(100, 90, 120, 110));
+    selection.dragResize({101.5, 90}, screen);
+    EXPECT_EQ(selection.rect(), Rect(100, 90, 1.5, 110)) << "shown while dragged";
+    selection.endDrag();
+    selection.discardIfTooSmall();
+    EXPECT_FALSE(selection.rect());
+}
+
+TEST(Selection, HandlesAreFoundInTheirOrder) {
+    const Selection selection = drawn({100, 100}, {110, 104});
+    EXPECT_EQ(selection.handleAt({105, 102}), std::optional(nw));
+    EXPECT_EQ(selection.handleAt({112, 102}), std::optional(n));
+    EXPECT_EQ(selection.handleAt({114, 104}), std::optional(ne));
+    EXPECT_FALSE(Selection().handleAt({0, 0}));
+}
+
+TEST(SelectionLayout, BandsCoverAllButTheSelectionOnce) {
+    EXPECT_EQ(
+        dimBands({100, 100, 200, 300}, screen),
+        (std::vector<Rect>{{0, 0, 100, 902}, {300, 0, 1140, 902}, {100, 0, 200, 100}, {100, 400, 200, 502}}));
+    EXPECT_TRUE(dimBands(screen, screen).empty());
+    std::mt19937 random(7);
+    std::uniform_int_distribution<int> x(0, 1440), y(0, 902);
+    for (int round = 0; round < 200; ++round) {
+        const Rect selection = Rect::fromCorners({x(random) * 1.0, y(random) * 1.0}, {x(random) * 1.0, 902});
+        const auto bands = dimBands(selection, screen);
+        const auto area = [](double sum, const Rect& band) { return sum + band.width * band.height; };
+        EXPECT_DOUBLE_EQ(
+            std::accumulate(bands.begin(), bands.end(), selection.width * selection.height, area),
+            1440.0 * 902);
+    }
+}
+
+TEST(SelectionLayout, TagTextsAreWholePoints) {
+    EXPECT_EQ(sizeTagText({10, 10, 640.9, -480}), "640 x 480");
+    EXPECT_EQ(sizeTagText({10, 10, 640.0 - 1e-11, 1}), "640 x 1") << "the last binary digit is no point";
+    EXPECT_EQ(positionTagText({812.8, 344}), "(812, 344)");
+    EXPECT_EQ(positionTagText({-0.4, -3.7}), "(0, -3)");
+}
+
+TEST(SelectionLayout, TagsKeepFromTheEdges) {
+    constexpr Size text{60, 14}; // the pill is 76 x 22
+    const struct {
+        const char* what;
+        Rect pill;
+        Point expected;
+    } cases[] = {
+        {"above the selection", sizeTagRect({100, 100, 200, 300}, text, screen), {106, 406}},
+        {"just room above", sizeTagRect({100, 100, 200, 766}, text, screen), {106, 872}},
+        {"no room above", sizeTagRect({100, 100, 200, 767}, text, screen), {106, 839}},
+        {"at the top edge", sizeTagRect({100, 702, 200, 200}, text, screen), {106, 872}},
+        {"at the right edge", sizeTagRect({1400, 100, 40, 40}, text, screen), {1356, 146}},
+        {"beyond the left edge", sizeTagRect({-50, 100, 90, 40}, text, screen), {8, 146}},
+        {"by the pointer", positionTagRect({500, 500}, text, screen), {510, 510}},
+        {"in the corner", positionTagRect({1440, 902}, text, screen), {1356, 872}},
+        {"bounds too small: the upper limit wins", positionTagRect({0, 0}, text, {0, 0, 50, 20}), {-34, -10}},
+    };
+    for (const auto& [what, pill, expected] : cases) {
+        EXPECT_EQ(pill.origin(), expected) << what;
+        EXPECT_EQ(pill.size(), Size(76, 22)) << what;
+    }
+}
+
+} // namespace
+} // namespace glimmerly

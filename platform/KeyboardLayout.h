@@ -7,14 +7,15 @@
 
 namespace glimmerly {
 
-/// What the keys of the current keyboard layout print.
+/// What the keys of the current ASCII-capable keyboard layout print: the current layout's, or while that one
+/// prints another script, those of a Latin layout beside it.
 class KeyboardLayout {
 public:
     virtual ~KeyboardLayout() = default;
 
-    /// The text of the key at virtual key code `keyCode` without modifiers, at most 4 UTF-16 code units;
-    /// none when there is no layout or the layout has nothing there.
-    [[nodiscard]] virtual std::optional<std::u16string> translate(std::int64_t keyCode) const = 0;
+    /// The text (UTF-8) of the key at virtual key code `keyCode` without modifiers, at most 4 UTF-16 code
+    /// units long; none when there is no layout or the layout has nothing there. Main thread only.
+    [[nodiscard]] virtual std::optional<std::string> translate(std::int64_t keyCode) const = 0;
 
     /// `handler` runs on the main thread after each change of the layout, for the life of the process.
     virtual void onChange(std::function<void()> handler) = 0;

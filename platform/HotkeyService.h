@@ -1,8 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <expected>
 #include <functional>
-#include <memory>
 
 namespace glimmerly {
 
@@ -12,8 +12,9 @@ namespace hotkey_status {
 inline constexpr HotkeyStatus success = 0;
 inline constexpr HotkeyStatus parameterError = -50;
 inline constexpr HotkeyStatus eventNotHandled = -9874;
-inline constexpr HotkeyStatus hotkeyExists = -9878;  ///< another program holds the combination
-inline constexpr HotkeyStatus hotkeyInvalid = -9879; ///< no such key here, or no such registration
+inline constexpr HotkeyStatus serviceUnavailable = -9868; ///< the window server has gone
+inline constexpr HotkeyStatus hotkeyExists = -9878;       ///< this or another program holds the combination
+inline constexpr HotkeyStatus hotkeyInvalid = -9879;      ///< no such key here, or no such registration
 } // namespace hotkey_status
 
 struct HotkeyIdentifier {
@@ -31,16 +32,17 @@ class HotkeyEvent {
 public:
     virtual ~HotkeyEvent() = default;
     [[nodiscard]] virtual std::uint32_t kind() const = 0;
-    /// Reads the identifier given at registration into `identifier`.
-    [[nodiscard]] virtual HotkeyStatus readIdentifier(HotkeyIdentifier& identifier) const = 0;
+    /// The identifier given at registration, or why it cannot be read.
+    [[nodiscard]] virtual std::expected<HotkeyIdentifier, HotkeyStatus> identifier() const = 0;
 };
 
-/// Hotkeys that work in every application. Main thread only.
+/// Hotkeys that work in every application, in this one's own windows too. Main thread only.
 class HotkeyService {
 public:
-    /// Owned registrations; letting one go is not releasing it, that takes the service's own call.
+    /// Names for what the caller installed or registered; only the service's own call releases it.
     using HandlerRef = std::uint64_t;
     using HotkeyRef = std::uint64_t;
+    /// Answers `success` for an event that it took, so that no other handler gets it.
     using Handler = std::function<HotkeyStatus(const HotkeyEvent* event)>;
     template <typename Ref>
     struct Answer {
@@ -50,11 +52,12 @@ public:
 
     virtual ~HotkeyService() = default;
 
-    /// `handler` receives each event of every hotkey until it is removed.
+    /// `handler` receives each press of every hotkey, once however long the key is held, until it is removed.
     [[nodiscard]] virtual Answer<HandlerRef> installHandler(Handler handler) = 0;
     virtual HotkeyStatus removeHandler(HandlerRef ref) = 0;
 
-    /// `keyCode` is a virtual key code (a position), `carbonFlags` the service's own modifier flags.
+    /// `keyCode` is a virtual key code (a position), `carbonFlags` the service's own modifier flags: exactly
+    /// these are held when it is pressed, whatever the lock keys say.
     [[nodiscard]] virtual Answer<HotkeyRef> registerHotkey(std::uint32_t keyCode, std::uint32_t carbonFlags,
                                                            HotkeyIdentifier identifier) = 0;
     [[nodiscard]] virtual HotkeyStatus unregisterHotkey(HotkeyRef ref) = 0;

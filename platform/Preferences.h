@@ -11,8 +11,9 @@ class Preferences {
 public:
     virtual ~Preferences() = default;
 
-    /// The bytes stored under `key`; none when there are none or the entry is not bytes.
+    /// The bytes stored under `key`; none when there is no such entry.
     [[nodiscard]] virtual std::optional<std::string> data(std::string_view key) const = 0;
+    /// Stored at once; what cannot be written is kept for this run and not reported.
     virtual void setData(std::string_view key, std::string_view bytes) = 0;
     virtual void remove(std::string_view key) = 0;
 };

@@ -6,7 +6,9 @@
 namespace glimmerly {
 
 Overhang overhang(double heightPoints, double backingScale, int nativeHeight) {
-    const int total = std::max(static_cast<int>(std::ceil(backingScale * heightPoints)) - nativeHeight, 0);
+    constexpr double tolerance = 1e-6; // pixels: the last digit of a fractional scale must not add a row
+    const double height = std::ceil(backingScale * heightPoints - tolerance);
+    const int total = std::max(static_cast<int>(height) - nativeHeight, 0);
     return {.top = total / 2, .bottom = total - total / 2};
 }
 

@@ -1,0 +1,137 @@
+#include "overlay/ScreenshotOverlayController.h"
+
+#include "capture/service/TargetScreen.h"
+#include "diagnostics/GlimmerlyLog.h"
+#include "overlay/OverlayCanvasView.h"
+#include "platform/Application.h"
+#include "platform/OverlayWindows.h"
+#include "platform/Platform.h"
+#include "platform/Workspace.h"
+
+#include <QKeyEvent>
+#include <QPointer>
+
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace glimmerly {
+
+namespace {
+/// How far the overlay's window is taller than the screen, in points.
+constexpr double overlayExtraHeight = 2;
+} // namespace
+
+ScreenshotOverlayController::ScreenshotOverlayController(OverlayControllerServices services)
+    : services_(std::move(services)) {}
+
+ScreenshotOverlayController::~ScreenshotOverlayController() = default;
+
+ScreenshotOverlayController& ScreenshotOverlayController::shared() {
+    static auto* const instance = [] {
+        auto& platform = Platform::current();
+        return new ScreenshotOverlayController({.application = platform.application,
+                                                .screens = platform.screens,
+                                                .workspace = platform.workspace,
+                                                .overlayWindows = platform.overlayWindows,
+                                                .pasteboard = platform.pasteboard,
+                                                .bundleIdentifier = platform.bundle.identifier});
+    }();
+    return *instance;
+}
+
+void ScreenshotOverlayController::presentOverlay(const std::filesystem::path& captureImageURL) {
+    closeOverlay();
+    captureImageURL_ = captureImageURL;
+    GlimmerlyLog::notice(log_category::overlay, "Screenshot overlay presenting",
+                         {{"capture", captureImageURL.filename().string()}});
+    const auto screen = targetScreen(services_.screens);
+    if (!screen) {
+        closeOverlay();
+        return;
+    }
+    createWindow(*screen, captureImageURL);
+    rememberApplicationToRestore();
+    makeWindowKey();
+    overlayOpenDate_ = services_.clock();
+    installKeyDownMonitor();
+}
+
+void ScreenshotOverlayController::createWindow(const Screen& screen,
+                                               const std::filesystem::path& captureImageURL) {
+    Rect frame = screen.frame;
+    frame.height += overlayExtraHeight;
+    window_.reset(new OverlayKeyWindow);
+    services_.overlayWindows.prepare(*window_, screen, frame);
+    window_->setContentView(new OverlayCanvasView(captureImageURL, {0, 0, frame.width, frame.height},
+                                                  {services_.screens, services_.pasteboard}, window_.get()));
+}
+
+void ScreenshotOverlayController::rememberApplicationToRestore() {
+    auto frontmost = services_.workspace.frontmostApplication();
+    const bool isThisProgram = frontmost && frontmost->bundleIdentifier() == services_.bundleIdentifier;
+    appToRestoreAfterOverlay_ = isThisProgram ? nullptr : std::move(frontmost);
+}
+
+void ScreenshotOverlayController::makeWindowKey() {
+    services_.application.activateIgnoringOtherApps();
+    services_.overlayWindows.makeKeyAndOrderFront(*window_);
+    window_->contentView()->setFocus();
+}
+
+void ScreenshotOverlayController::installKeyDownMonitor() {
+    keyDownMonitor_ = std::make_unique<KeyDownMonitor>([controller = QPointer(this)](const QKeyEvent& event) {
+        return controller ? controller->handleKeyDown(event) : KeyDownMonitor::Verdict::pass;
+    });
+}
+
+KeyDownMonitor::Verdict ScreenshotOverlayController::handleKeyDown(const QKeyEvent& event) {
+    if (!window_)
+        return KeyDownMonitor::Verdict::pass;
+    // By what the layout makes of the key, not by its position: many have moved Escape to Caps Lock.
+    const bool isReturn = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    if (event.key() != Qt::Key_Escape && (!isReturn || window_->firstResponderIsTextView()))
+        return KeyDownMonitor::Verdict::pass;
+    if (event.isAutoRepeat()) // a key held down is pressed once
+        return KeyDownMonitor::Verdict::swallow;
+    if (isReturn)
+        copyAndDismiss();
+    else
+        closeOverlay();
+    return KeyDownMonitor::Verdict::swallow;
+}
+
+bool ScreenshotOverlayController::copyAndDismiss() {
+    if (!window_ || window_->firstResponderIsTextView())
+        return false;
+    if (!window_->contentView()->writeCroppedImageToPasteboard()) {
+        GlimmerlyLog::error(
+            log_category::overlay,
+            "Copy selection to pasteboard returned false (missing crop bitmap or pasteboard write failed)");
+        return false;
+    }
+    closeOverlay();
+    return true;
+}
+
+void ScreenshotOverlayController::closeOverlay() {
+    overlayOpenDate_.reset();
+    keyDownMonitor_.reset();
+    if (window_)
+        services_.overlayWindows.orderOut(*window_);
+    window_.reset();
+    if (const auto application = std::exchange(appToRestoreAfterOverlay_, nullptr))
+        application->activateAllWindows();
+    deleteCaptureFile();
+}
+
+void ScreenshotOverlayController::deleteCaptureFile() {
+    const auto file = std::exchange(captureImageURL_, std::nullopt);
+    if (file && ::unlink(file->c_str()) != 0) {
+        const int reason = errno;
+        GlimmerlyLog::warning(log_category::overlay, "Temp capture PNG could not be deleted",
+                              {{"path", file->filename().string()}}, Error::posix(reason, "unlink"));
+    }
+}
+
+} // namespace glimmerly

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "base/Clock.h"
+#include "overlay/KeyDownMonitor.h"
+#include "overlay/OverlayKeyWindow.h"
+
+#include <QObject>
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace glimmerly {
+
+class Application;
+class OverlayWindows;
+class Pasteboard;
+class RunningApplication;
+class Screens;
+class Workspace;
+struct Screen;
+
+/// What the controller uses of the desktop.
+struct OverlayControllerServices {
+    Application& application;
+    const Screens& screens;
+    Workspace& workspace;
+    OverlayWindows& overlayWindows;
+    Pasteboard& pasteboard;
+    std::optional<std::string> bundleIdentifier;
+    WallClock clock = systemClock();
+};
+
+/// Shows a finished capture over its whole display and ends that overlay again. While it is open the
+/// controller owns the capture file and remembers which application to go back to. Main thread only.
+class ScreenshotOverlayController : public QObject {
+public:
+    explicit ScreenshotOverlayController(OverlayControllerServices services);
+    ~ScreenshotOverlayController() override;
+
+    [[nodiscard]] static ScreenshotOverlayController& shared();
+
+    /// Shows the overlay for the capture file at `captureImageURL` on the display under the mouse, in place
+    /// of any earlier one. Without a display there is nothing to show it on: the file is deleted at once.
+    void presentOverlay(const std::filesystem::path& captureImageURL);
+    /// Takes the overlay down, activates the application remembered and deletes the capture file. Does
+    /// nothing when no overlay is open.
+    void closeOverlay();
+    /// Copies the selection to the pasteboard and closes. False, with the overlay open as it was, while text
+    /// is being typed or when the copy fails.
+    bool copyAndDismiss();
+
+    /// The open overlay's window; none between overlays.
+    [[nodiscard]] OverlayKeyWindow* window() const { return window_.get(); }
+
+private:
+    /// A window may be closed by an event that is on its way to it.
+    struct DeleteLater {
+        void operator()(QObject* object) const { object->deleteLater(); }
+    };
+
+    void createWindow(const Screen& screen, const std::filesystem::path& captureImageURL);
+    void rememberApplicationToRestore();
+    void makeWindowKey();
+    void installKeyDownMonitor();
+    KeyDownMonitor::Verdict handleKeyDown(const QKeyEvent& event);
+    void deleteCaptureFile();
+
+    OverlayControllerServices services_;
+    std::unique_ptr<OverlayKeyWindow, DeleteLater> window_;
+    std::optional<std::filesystem::path> captureImageURL_;
+    std::unique_ptr<KeyDownMonitor> keyDownMonitor_;
+    std::optional<WallTime> overlayOpenDate_;
+    std::shared_ptr<RunningApplication> appToRestoreAfterOverlay_;
+};
+
+} // namespace glimmerly

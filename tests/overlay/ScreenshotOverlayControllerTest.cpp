@@ -1,0 +1,225 @@
+#include "overlay/ScreenshotOverlayController.h"
+
+#include "overlay/OverlayCanvasView.h"
+#include "tests/support/FakeApplication.h"
+#include "tests/support/FakeOverlayWindows.h"
+#include "tests/support/FakePasteboard.h"
+#include "tests/support/FakeScreens.h"
+#include "tests/support/FakeWorkspace.h"
+#include "tests/support/LogCapture.h"
+#include "tests/support/ScratchDirectory.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QTextEdit>
+#include <QWindow>
+#include <gmock/gmock.h>
+
+namespace glimmerly {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr std::string_view copyFailure =
+    "Copy selection to pasteboard returned false (missing crop bitmap or pasteboard write failed)";
+
+enum class KeyRepeat { first, repeated };
+
+class ScreenshotOverlayControllerTest : public testing::Test {
+protected:
+    ~ScreenshotOverlayControllerTest() override {
+        controller.reset();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    std::filesystem::path newCaptureFile(const std::string& name = "glimmerly-capture-1.png") {
+        const auto path = directory.path() / name;
+        writeContent(path, "not decoded here");
+        return path;
+    }
+
+    /// Sends a key press the way the desktop does: to the window, not to a widget. True when it got through
+    /// to the focused widget.
+    bool press(int key, KeyRepeat repeat = KeyRepeat::first) {
+        QPointer<QWidget> window = controller->window();
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, QString(), repeat == KeyRepeat::repeated);
+        typed.clear();
+        QCoreApplication::sendEvent(window->windowHandle(), &event);
+        return !typed.empty();
+    }
+
+    /// A child of the canvas that keeps the keys typed into it; it becomes the first responder.
+    template <typename Editor>
+    Editor* typeInto() {
+        class Recorder : public Editor {
+        public:
+            Recorder(QWidget* parent, std::vector<int>& keys) : Editor(parent), keys_(keys) {}
+            void keyPressEvent(QKeyEvent* event) override { keys_.push_back(event->key()); }
+
+        private:
+            std::vector<int>& keys_;
+        };
+        auto* editor = new Recorder(controller->window()->contentView(), typed);
+        editor->show();
+        editor->setFocus();
+        return editor;
+    }
+
+    ScratchDirectory directory;
+    LogCapture log;
+    FakeApplication application;
+    FakeScreens screens{{FakeScreens::display({1280, 800})}};
+    FakeWorkspace workspace;
+    FakeOverlayWindows overlayWindows;
+    FakePasteboard pasteboard;
+    std::vector<int> typed;
+    std::unique_ptr<ScreenshotOverlayController> controller =
+        std::make_unique<ScreenshotOverlayController>(OverlayControllerServices{
+            .application = application,
+            .screens = screens,
+            .workspace = workspace,
+            .overlayWindows = overlayWindows,
+            .pasteboard = pasteboard,
+            .bundleIdentifier = "app.glimmerly.Glimmerly",
+        });
+};
+
+TEST_F(ScreenshotOverlayControllerTest, OpensTwoPointsTallerOnTheScreenNowUnderTheMouse) {
+    Screen right = FakeScreens::display({1500, 750}, 1.5, 2);
+    right.frame = right.frame.offsetBy(1280, 40);
+    screens.all.push_back(right);
+    screens.mouse = {1300, 100};
+    controller->presentOverlay(newCaptureFile());
+
+    EXPECT_EQ(overlayWindows.screen, right);
+    EXPECT_EQ(overlayWindows.frame, (Rect{1280, 40, 1000, 502}));
+    EXPECT_EQ(controller->window()->contentView()->bounds(), (Rect{0, 0, 1000, 502}));
+    EXPECT_EQ(controller->window()->contentView()->geometry(), QRect(0, 0, 1000, 502));
+    EXPECT_EQ(controller->window()->focusWidget(), controller->window()->contentView());
+    EXPECT_EQ(application.activations, 1);
+    const auto lines = log.withMessage("Screenshot overlay presenting");
+    ASSERT_EQ(lines.size(), 1u);
+    EXPECT_EQ(lines[0].level, GlimmerlyLog::Level::notice);
+    EXPECT_EQ(lines[0].category, "Overlay");
+    EXPECT_EQ(lines[0].metadata->at("capture"), "glimmerly-capture-1.png");
+}
+
+TEST_F(ScreenshotOverlayControllerTest, ClosesInOrderAndOnlyOnce) {
+    const auto file = newCaptureFile();
+    std::vector<std::string> steps;
+    const auto note = [&](const std::string& step) {
+        return [&, step] { steps.push_back(step + (exists(file) ? "" : " after the file went")); };
+    };
+    workspace.frontmost = std::make_shared<FakeRunningApplication>("org.example.Editor");
+    workspace.frontmost->onActivate = note("activate");
+    overlayWindows.onOrderOut = note("order out");
+    controller->presentOverlay(file);
+    workspace.frontmost = std::make_shared<FakeRunningApplication>("org.example.CameLater");
+
+    controller->closeOverlay();
+    controller->closeOverlay();
+    EXPECT_THAT(steps, ElementsAre("order out", "activate"));
+    EXPECT_EQ(controller->window(), nullptr);
+    EXPECT_FALSE(exists(file));
+}
+
+TEST_F(ScreenshotOverlayControllerTest, RestoresAnyApplicationButThisOne) {
+    const auto activationsAfterOverlay = [&](std::optional<std::string> identifier) {
+        const auto frontmost = std::make_shared<FakeRunningApplication>(std::move(identifier));
+        workspace.frontmost = frontmost;
+        controller->presentOverlay(newCaptureFile());
+        controller->closeOverlay();
+        return frontmost->activations;
+    };
+    EXPECT_EQ(activationsAfterOverlay("org.example.Editor"), 1);
+    EXPECT_EQ(activationsAfterOverlay("app.glimmerly.Glimmerly"), 0);
+    EXPECT_EQ(activationsAfterOverlay(std::nullopt), 1);
+
+    controller = std::make_unique<ScreenshotOverlayController>(
+        OverlayControllerServices{application, screens, workspace, overlayWindows, pasteboard, std::nullopt});
+    EXPECT_EQ(activationsAfterOverlay("org.example.Editor"), 1);
+    EXPECT_EQ(activationsAfterOverlay(std::nullopt), 0) << "two missing identifiers are equal";
+}
+
+TEST_F(ScreenshotOverlayControllerTest, ANewCaptureReplacesTheOpenOne) {
+    const auto first = newCaptureFile("first.png");
+    const auto second = newCaptureFile("second.png");
+    controller->presentOverlay(first);
+    const QPointer<QWidget> firstWindow = controller->window();
+    controller->presentOverlay(second);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+
+    EXPECT_EQ(firstWindow, nullptr);
+    EXPECT_FALSE(exists(first));
+    EXPECT_TRUE(exists(second));
+    EXPECT_TRUE(controller->window()->isVisible());
+}
+
+TEST_F(ScreenshotOverlayControllerTest, AFileThatCannotBeDeletedIsLoggedAndForgotten) {
+    const auto file = newCaptureFile();
+    controller->presentOverlay(file);
+    std::filesystem::remove(file);
+    controller->closeOverlay();
+    controller->closeOverlay();
+
+    const auto lines = log.withMessage("Temp capture PNG could not be deleted");
+    ASSERT_EQ(lines.size(), 1u);
+    EXPECT_EQ(lines[0].level, GlimmerlyLog::Level::warning);
+    EXPECT_EQ(lines[0].metadata->at("path"), "glimmerly-capture-1.png");
+    EXPECT_EQ(lines[0].metadata->at("errorDomain"), "POSIX");
+    EXPECT_EQ(lines[0].metadata->at("errorCode"), std::to_string(ENOENT));
+}
+
+TEST_F(ScreenshotOverlayControllerTest, WithoutAnyScreenNothingOpensAndNothingStays) {
+    screens = FakeScreens();
+    controller->presentOverlay(newCaptureFile());
+    EXPECT_EQ(controller->window(), nullptr);
+    EXPECT_THAT(directory.names(), IsEmpty());
+}
+
+TEST_F(ScreenshotOverlayControllerTest, EscapeClosesAlsoWhileTyping) {
+    const auto file = newCaptureFile();
+    controller->presentOverlay(file);
+    EXPECT_FALSE(press(Qt::Key_Escape));
+    EXPECT_EQ(controller->window(), nullptr);
+    EXPECT_FALSE(exists(file));
+
+    controller->presentOverlay(newCaptureFile());
+    typeInto<QTextEdit>();
+    EXPECT_FALSE(press(Qt::Key_Escape));
+    EXPECT_EQ(controller->window(), nullptr);
+}
+
+TEST_F(ScreenshotOverlayControllerTest, ReturnCopiesUnlessTextIsTyped) {
+    controller->presentOverlay(newCaptureFile());
+    EXPECT_FALSE(press(Qt::Key_Return)) << "swallowed although there is nothing to copy";
+    EXPECT_FALSE(press(Qt::Key_Enter));
+    const auto lines = log.withMessage(copyFailure);
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_EQ(lines[0].level, GlimmerlyLog::Level::error);
+    EXPECT_EQ(lines[0].category, "Overlay");
+    EXPECT_TRUE(controller->window()->isVisible()) << "a failed copy leaves the overlay open";
+
+    typeInto<QTextEdit>();
+    EXPECT_TRUE(press(Qt::Key_Return));
+    EXPECT_TRUE(press(Qt::Key_Enter));
+    EXPECT_FALSE(controller->copyAndDismiss());
+    EXPECT_TRUE(press(Qt::Key_A)) << "other keys go where they always go";
+    EXPECT_EQ(log.withMessage(copyFailure).size(), 2u);
+    EXPECT_TRUE(controller->window()->isVisible());
+}
+
+TEST_F(ScreenshotOverlayControllerTest, AHeldKeyIsPressedOnce) {
+    controller->presentOverlay(newCaptureFile());
+    press(Qt::Key_Return);
+    EXPECT_FALSE(press(Qt::Key_Return, KeyRepeat::repeated));
+    EXPECT_EQ(log.withMessage(copyFailure).size(), 1u);
+    EXPECT_FALSE(press(Qt::Key_Escape, KeyRepeat::repeated)) << "held since before the overlay came";
+    EXPECT_TRUE(controller->window()->isVisible());
+    typeInto<QTextEdit>();
+    EXPECT_TRUE(press(Qt::Key_Return, KeyRepeat::repeated)) << "typing repeats";
+}
+
+} // namespace
+} // namespace glimmerly

@@ -6,6 +6,10 @@
 
 namespace glimmerly {
 
+/// Pixel positions nearer than this are one: rounding outwards must not add a pixel for the last binary digit
+/// of a product with a fractional scale.
+inline constexpr double pixelTolerance = 1e-6;
+
 /// A position in points; y grows upwards.
 struct Point {
     double x = 0;

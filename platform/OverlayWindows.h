@@ -1,25 +1,12 @@
 #pragma once
 
 #include "base/Geometry.h"
+#include "base/Overhang.h"
 #include "platform/Screens.h"
 
 class QWidget;
 
 namespace glimmerly {
-
-/// How far an overlay reaches beyond its display, in pixels. It is shared between both edges, so that each
-/// frozen pixel lies exactly over the live one.
-struct Overhang {
-    int top = 0;
-    int bottom = 0;
-
-    [[nodiscard]] constexpr int total() const { return top + bottom; }
-    constexpr bool operator==(const Overhang&) const = default;
-};
-
-/// The overhang of an overlay `heightPoints` tall on a display of `nativeHeight` pixels; none for an overlay
-/// that is no taller. An odd number of pixels puts the extra one below.
-[[nodiscard]] Overhang overhang(double heightPoints, double backingScale, int nativeHeight);
 
 /// Puts a borderless widget over a whole display, above panels and pop-up menus, with the keyboard. One at a
 /// time. Main thread only.

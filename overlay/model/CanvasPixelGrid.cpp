@@ -1,5 +1,7 @@
 #include "overlay/model/CanvasPixelGrid.h"
 
+#include "base/Overhang.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -20,15 +22,6 @@ int pointedEdge(int position, int first, int length) {
 
 } // namespace
 
-std::optional<RowPadding> rowPadding(int height, double scale, double heightPoints) {
-    constexpr double mostRows = 1 << 24;
-    const double target = std::ceil(scale * heightPoints - pixelTolerance);
-    if (!(target > 0 && target < mostRows))
-        return std::nullopt;
-    const int rows = std::max(static_cast<int>(target) - height, 0);
-    return RowPadding{rows / 2, rows - rows / 2};
-}
-
 Rect centredRect(Size pointSize, const Rect& bounds) {
     return {bounds.midX() - pointSize.width / 2, bounds.midY() - pointSize.height / 2, pointSize.width,
             pointSize.height};
@@ -37,9 +30,9 @@ Rect centredRect(Size pointSize, const Rect& bounds) {
 CanvasPixelGrid::CanvasPixelGrid(const Rect& bounds, double scale, PixelSize display,
                                  std::optional<PixelSize> picture)
     : scale_(scale > 0 ? scale : 1) {
-    const RowPadding overhang = rowPadding(display.height, scale_, bounds.height).value_or(RowPadding{});
-    window_ = {display.width, overhang.above + display.height + overhang.below};
-    display_ = {0, overhang.above, display.width, display.height};
+    const Overhang beyond = overhang(bounds.height, scale_, display.height);
+    window_ = {display.width, display.height + beyond.total()};
+    display_ = {0, beyond.top, display.width, display.height};
     const PixelSize shown = picture.value_or(window_);
     picture_ = {centredStart(window_.width, shown.width), centredStart(window_.height, shown.height),
                 shown.width, shown.height};

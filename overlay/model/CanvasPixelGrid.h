@@ -6,22 +6,6 @@
 
 namespace glimmerly {
 
-/// Pixel positions nearer than this are one: rounding outwards must not add a pixel for the last binary digit
-/// of a division by a fractional scale.
-inline constexpr double pixelTolerance = 1e-6;
-
-/// Rows that a picture gets beyond its own.
-struct RowPadding {
-    int above = 0;
-    int below = 0;
-
-    constexpr bool operator==(const RowPadding&) const = default;
-};
-
-/// What a picture of `height` rows lacks to cover `heightPoints` points at `scale` pixels a point: shared out
-/// evenly, an odd row goes below; nothing when it is tall enough. None when the product is no usable number.
-[[nodiscard]] std::optional<RowPadding> rowPadding(int height, double scale, double heightPoints);
-
 /// Where a picture of `pointSize` lies in `bounds`: at its own size, centred.
 [[nodiscard]] Rect centredRect(Size pointSize, const Rect& bounds);
 

@@ -1,8 +1,8 @@
 #include "overlay/model/CanvasPixelGrid.h"
 
-#include <gtest/gtest.h>
+#include "base/Overhang.h"
 
-#include <cmath>
+#include <gtest/gtest.h>
 
 namespace glimmerly {
 namespace {
@@ -14,39 +14,15 @@ Rect canvasBounds(PixelSize display, double scale) {
     return {0, 0, display.width / scale, display.height / scale + 2};
 }
 
-TEST(RowPadding, CoversTheCanvasAndPutsAnOddRowBelow) {
-    const struct {
-        int height;
-        double scale;
-        double points;
-        RowPadding expected;
-    } cases[] = {
-        {1080, 1, 1082, {1, 1}},
-        {2160, 2, 1082, {2, 2}},
-        {1080, 1.25, 866, {1, 2}}, // 1082.5 rows
-        {1080, 1.5, 722, {1, 2}},
-        {1080, 1.75, 1080 / 1.75 + 2, {2, 2}}, // 1083.5 rows
-        {1081, 1.5, 1081 / 1.5 + 2, {1, 2}},   // 1084 rows and a hair
-        {1, 1, 4, {1, 2}},
-        {1081, 1, 1082, {0, 1}},
-        {1082, 1, 1082, {0, 0}},
-        {1200, 1, 1082, {0, 0}},
-    };
-    for (const auto& [height, scale, points, expected] : cases)
-        EXPECT_EQ(rowPadding(height, scale, points), expected) << height << " at " << scale;
-    for (const double scale : {0.0, -1.0, std::nan(""), HUGE_VAL})
-        EXPECT_FALSE(rowPadding(1080, scale, 1082)) << scale;
-}
-
 TEST(CanvasPixelGrid, CapturedPixelsLieOverTheLiveOnes) {
     for (const double scale : scales) {
         for (const PixelSize display : displays) {
             const Rect bounds = canvasBounds(display, scale);
-            const RowPadding padding = *rowPadding(display.height, scale, bounds.height);
-            const PixelSize expanded{display.width, padding.above + display.height + padding.below};
+            const Overhang beyond = overhang(bounds.height, scale, display.height);
+            const PixelSize expanded{display.width, display.height + beyond.total()};
             const CanvasPixelGrid grid(bounds, scale, display, expanded);
             EXPECT_EQ(grid.window(), expanded);
-            EXPECT_EQ(grid.display(), PixelRect(0, padding.above, display.width, display.height));
+            EXPECT_EQ(grid.display(), PixelRect(0, beyond.top, display.width, display.height));
             EXPECT_EQ(grid.picture(), PixelRect(0, 0, expanded.width, expanded.height));
             // The canvas and the picture in it share their centre; the window is the picture rounded up.
             const Point top = grid.point({0, 0});

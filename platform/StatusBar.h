@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 class QIcon;
 class QMenu;
 class QString;
@@ -15,9 +17,17 @@ public:
     virtual void show() = 0;
     /// `menu` must outlive the item.
     virtual void setMenu(QMenu& menu) = 0;
-    /// A template picture: only its alpha counts, the colour is the desktop's.
-    virtual void setTemplateImage(const QIcon& image) = 0;
+    /// A template picture: only its alpha counts, the colour is the desktop's. `description` is what the item
+    /// is called where it cannot be seen.
+    virtual void setTemplateImage(const QIcon& image, const QString& description) = 0;
+    /// Text in the picture's place; there is room for one or two characters.
     virtual void setTitle(const QString& title) = 0;
+
+    /// Opens the menu at the mouse pointer.
+    virtual void popUpMenu() = 0;
+    /// Runs `action`, later, once the menu that was just used can no longer be seen on the screen, or when it
+    /// should long have gone.
+    virtual void whenMenuHasGone(std::function<void()> action) = 0;
 };
 
 } // namespace glimmerly

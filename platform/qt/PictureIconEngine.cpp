@@ -35,6 +35,16 @@ QIconEngine* PictureIconEngine::clone() const {
     return new PictureIconEngine(*this);
 }
 
+QIcon tintedTemplate(const QIcon& icon, PictureIconEngine::Tint tint) {
+    if (icon.isNull())
+        return {};
+    auto draw = [icon](QSize pixels, qreal pixelsPerPoint) {
+        const QSize points = (QSizeF(pixels) / pixelsPerPoint).toSize();
+        return icon.pixmap(points, pixelsPerPoint).toImage();
+    };
+    return QIcon(new PictureIconEngine(std::move(draw), std::move(tint)));
+}
+
 QColor paletteTextColor(QIcon::Mode mode) {
     const QPalette palette = QGuiApplication::palette();
     switch (mode) {

@@ -30,6 +30,9 @@ private:
     Tint tint_;
 };
 
+/// `icon` as a template in colours of `tint`; null for a null icon.
+[[nodiscard]] QIcon tintedTemplate(const QIcon& icon, PictureIconEngine::Tint tint);
+
 /// The colour of text in menus and dialogs, as the palette has it in that mode.
 [[nodiscard]] QColor paletteTextColor(QIcon::Mode mode);
 

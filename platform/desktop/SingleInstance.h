@@ -1,0 +1,49 @@
+#pragma once
+
+#include "base/Result.h"
+#include "platform/files/FileDescriptor.h"
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+class QSocketNotifier;
+
+namespace glimmerly {
+
+/// The right to be the only running program of its name: held by at most one process at a time, given up when
+/// the process ends, however that happens.
+class SingleInstance {
+public:
+    /// Takes the right, or hands over to the process that has it and answers none: that process has then
+    /// heard of this start. `directory` must be the user's own; `session` tells display sessions apart.
+    /// Waits for a process that is just starting or ending, at most 5 seconds.
+    [[nodiscard]] static Result<std::optional<SingleInstance>> claim(const std::filesystem::path& directory,
+                                                                     std::string_view session);
+
+    SingleInstance(SingleInstance&&) noexcept;
+    SingleInstance& operator=(SingleInstance&&) = delete;
+    ~SingleInstance();
+
+    /// `handler` runs on the main thread whenever another start has handed over. Needs a main loop to come.
+    void onHandOver(std::function<void()> handler);
+
+private:
+    SingleInstance(FileDescriptor directory, FileDescriptor lock, FileDescriptor listener,
+                   std::string socket);
+
+    FileDescriptor directory_;
+    FileDescriptor lock_;
+    FileDescriptor listener_;
+    std::string socketName_;
+    std::unique_ptr<QSocketNotifier> notifier_;
+};
+
+/// The name of the display session that the environment points to, fit for a file name. The screen number is
+/// no part of it: ":0" and ":0.1" are the same session.
+[[nodiscard]] std::string displaySessionName();
+
+} // namespace glimmerly

@@ -1,8 +1,10 @@
 #pragma once
 
-#include "base/Bitmap.h"
-#include "base/Geometry.h"
+#include "overlay/OverlayCaptureBackingImage.h"
+#include "overlay/SelectionScene.h"
+#include "overlay/model/Selection.h"
 
+#include <QImage>
 #include <QWidget>
 
 #include <filesystem>
@@ -11,7 +13,6 @@
 namespace glimmerly {
 
 class Pasteboard;
-class Screens;
 
 /// What the canvas uses of the desktop.
 struct OverlayCanvasServices {
@@ -31,7 +32,7 @@ public:
 
     [[nodiscard]] Rect bounds() const { return bounds_; }
     /// As it stands, also while it is being drawn; may be smaller than what can be exported.
-    [[nodiscard]] std::optional<Rect> selectionRect() const { return selectionRect_; }
+    [[nodiscard]] std::optional<Rect> selectionRect() const { return selection_.rect(); }
 
     /// The selected part of the capture at its full resolution; none without a selection of 2 × 2 points or
     /// without a capture.
@@ -42,12 +43,41 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
+    /// What a drag does, chosen when the mouse goes down: the first of these whose test holds.
+    enum class MouseMode { selectionResize, selectionCreation, nothing };
+
+    void mouseDown(Point p);
+    void mouseDragged(Point p);
+    void mouseUp(Point p);
+    void mouseMoved(Point p);
+    [[nodiscard]] MouseMode beginMouseMode(Point p);
+    [[nodiscard]] bool beginSelectionResize(Point p);
+
+    void updatePositionTag(Point p);
+    void updateCursor(Point p);
+    void updateScene();
+
+    void drawBackground(QPainter& painter) const;
+    void drawScene(QPainter& painter) const;
+
     std::filesystem::path captureImageURL_;
     OverlayCanvasServices services_;
     Rect bounds_;
-    std::optional<Rect> selectionRect_;
+    OverlayCaptureBackingImage backing_;
+    CanvasPixelGrid grid_;
+    QImage background_; ///< over the expanded picture's pixels
+    Selection selection_;
+    MouseMode mouseMode_ = MouseMode::nothing;
+    std::optional<Point> lastCrosshairLocationForPositionTag_;
+    SelectionScene scene_; ///< what is on the screen, or will be after the repaint that was asked for
 };
 
 } // namespace glimmerly

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "overlay/SelectionScene.h"
+
+#include <QRegion>
+
+namespace glimmerly {
+
+/// The pixels of the overlay window, of size `window`, that may differ between two scenes.
+[[nodiscard]] QRegion damageBetween(const SelectionScene& before, const SelectionScene& after,
+                                    PixelSize window);
+
+} // namespace glimmerly

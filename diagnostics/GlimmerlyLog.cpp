@@ -1,5 +1,8 @@
 #include "diagnostics/GlimmerlyLog.h"
 
+#include "diagnostics/GlimmerlyLogSink.h"
+#include "platform/threads/Threads.h"
+
 #include <atomic>
 
 namespace glimmerly {
@@ -7,6 +10,11 @@ namespace glimmerly {
 namespace {
 
 std::atomic<LogOutput*> redirectedOutput{nullptr};
+
+LogOutput& output() {
+    LogOutput* redirected = redirectedOutput.load();
+    return redirected != nullptr ? *redirected : GlimmerlyLogSink::shared();
+}
 
 std::string callerText(const GlimmerlyLog::Place& place) {
     const std::string_view file = place.file_name();
@@ -25,10 +33,8 @@ void submit(GlimmerlyLog::Level level, std::string_view category, std::string_vi
         metadata.try_emplace("errorDomain", error->domain());
         metadata.try_emplace("errorCode", std::to_string(error->code()));
     }
-    LogRecord record{level, std::string(category), std::string(message), std::move(metadata),
-                     std::move(errorSummary)};
-    if (LogOutput* output = redirectedOutput.load())
-        output->write(std::move(record));
+    output().write({level, std::string(category), std::string(message), threadLabel(), std::move(metadata),
+                    std::move(errorSummary)});
 }
 
 } // namespace
@@ -62,8 +68,20 @@ void GlimmerlyLog::fault(std::string_view category, std::string_view message, Me
     submit(Level::fault, category, message, std::move(metadata), {}, place);
 }
 
-void GlimmerlyLog::redirect(LogOutput* output) {
-    redirectedOutput = output;
+void GlimmerlyLog::bootstrap() {
+    output().bootstrap();
+}
+
+void GlimmerlyLog::flush() {
+    output().flush();
+}
+
+std::optional<std::filesystem::path> GlimmerlyLog::eventsURL() {
+    return output().eventsURL();
+}
+
+LogOutput* GlimmerlyLog::redirect(LogOutput* output) {
+    return redirectedOutput.exchange(output);
 }
 
 } // namespace glimmerly

@@ -47,8 +47,9 @@ public:
     /// Where "events.jsonl" lies; none when it could not be set up. Waits for the log's queue.
     [[nodiscard]] static std::optional<std::filesystem::path> eventsURL();
 
-    /// Sends every further line to `output` in place of the file, until given nullptr: for tests.
-    static void redirect(LogOutput* output);
+    /// Sends every further call to `output` in place of the file, which nullptr stands for: for tests.
+    /// Returns where they went before.
+    static LogOutput* redirect(LogOutput* output);
 };
 
 /// One call of the log on its way to where lines are kept.
@@ -56,15 +57,20 @@ struct LogRecord {
     GlimmerlyLog::Level level{};
     std::string category;
     std::string message;
+    std::string threadName; ///< of the thread that called
     std::optional<GlimmerlyLog::Metadata> metadata;
     std::optional<std::string> errorSummary;
 };
 
-/// Where lines go. Called from any thread.
+/// Where lines go, and the operations of the log that go with them. Called from any thread.
 class LogOutput {
 public:
     virtual ~LogOutput() = default;
+    /// Returns at once.
     virtual void write(LogRecord record) = 0;
+    virtual void bootstrap() {}
+    virtual void flush() {}
+    [[nodiscard]] virtual std::optional<std::filesystem::path> eventsURL() { return std::nullopt; }
 };
 
 } // namespace glimmerly

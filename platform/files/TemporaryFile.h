@@ -31,7 +31,7 @@ private:
     TemporaryFile(const FileDescriptor& directory, FileDescriptor file, std::string name)
         : directory_(&directory), file_(std::move(file)), name_(std::move(name)) {}
 
-    Result<void> giveName();
+    Result<void> giveName(std::string name);
 
     const FileDescriptor* directory_;
     FileDescriptor file_;

@@ -8,10 +8,9 @@
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
-#include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <string_view>
 
 namespace glimmerly {
@@ -23,26 +22,6 @@ using testing::IsEmpty;
 Bytes bytesOf(std::string_view text) {
     return std::as_bytes(std::span(text));
 }
-
-/// Lets no file of this process grow beyond `limit` bytes, as a full disk would.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t limit) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-        ::getrlimit(RLIMIT_FSIZE, &previous_);
-        const rlimit lowered{limit, previous_.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &lowered);
-    }
-    ~FileSizeLimit() {
-        ::setrlimit(RLIMIT_FSIZE, &previous_);
-        std::signal(SIGXFSZ, handler_);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
-private:
-    rlimit previous_{};
-    void (*handler_)(int);
-};
 
 TEST(AtomicFile, JoinsMoreBuffersThanOneCallTakes) {
     const ScratchDirectory scratch;
@@ -138,6 +117,23 @@ TEST(TemporaryFile, GoesAwayUnlessPublished) {
         EXPECT_THAT(scratch.names(), ElementsAre("file"));
         EXPECT_EQ(contentOf(scratch.path() / "file"), "kept");
     }
+}
+
+TEST(AtomicFile, TakesAwayWhatAProcessKilledWhilePublishingLeft) {
+    const ScratchDirectory scratch;
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const FileDescriptor directory(::open(scratch.path().c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+        auto file = TemporaryFile::create(directory, 0600);
+        std::filesystem::create_directories(scratch.path() / "file" / "in the way");
+        (void)file->publish("file"); // has a name by now, and cannot get the final one
+        ::_exit(file->file() ? 0 : 1);
+    }
+    ASSERT_EQ(::waitpid(child, nullptr, 0), child);
+    std::filesystem::remove_all(scratch.path() / "file");
+    ASSERT_THAT(scratch.names(), testing::SizeIs(1)) << "the file that was left";
+    ASSERT_TRUE(writeFileAtomically(scratch.path() / "file", bytesOf("new")));
+    EXPECT_THAT(scratch.names(), ElementsAre("file"));
 }
 
 } // namespace

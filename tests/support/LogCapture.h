@@ -11,8 +11,8 @@ namespace glimmerly {
 /// Holds every line logged during its life instead of the file.
 class LogCapture : public LogOutput {
 public:
-    LogCapture() { GlimmerlyLog::redirect(this); }
-    ~LogCapture() override { GlimmerlyLog::redirect(nullptr); }
+    LogCapture() : previous_(GlimmerlyLog::redirect(this)) {}
+    ~LogCapture() override { GlimmerlyLog::redirect(previous_); }
     LogCapture(const LogCapture&) = delete;
     LogCapture& operator=(const LogCapture&) = delete;
 
@@ -34,6 +34,7 @@ public:
     }
 
 private:
+    LogOutput* previous_;
     mutable std::mutex mutex_;
     std::vector<LogRecord> records_;
 };

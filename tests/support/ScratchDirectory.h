@@ -13,6 +13,15 @@
 
 namespace glimmerly {
 
+/// The names of what lies in `directory`, sorted.
+inline std::vector<std::string> namesIn(const std::filesystem::path& directory) {
+    std::vector<std::string> found;
+    for (const auto& entry : std::filesystem::directory_iterator(directory))
+        found.push_back(entry.path().filename().string());
+    std::ranges::sort(found);
+    return found;
+}
+
 /// A new directory, mode 0700, removed with all it holds at the end of its life.
 class ScratchDirectory {
 public:
@@ -28,13 +37,7 @@ public:
 
     [[nodiscard]] const std::filesystem::path& path() const { return path_; }
     /// The names of what lies in it, sorted.
-    [[nodiscard]] std::vector<std::string> names() const {
-        std::vector<std::string> found;
-        for (const auto& entry : std::filesystem::directory_iterator(path_))
-            found.push_back(entry.path().filename().string());
-        std::sort(found.begin(), found.end());
-        return found;
-    }
+    [[nodiscard]] std::vector<std::string> names() const { return namesIn(path_); }
 
 private:
     std::filesystem::path path_;

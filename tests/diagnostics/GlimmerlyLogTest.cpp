@@ -1,0 +1,69 @@
+#include "diagnostics/GlimmerlyLog.h"
+
+#include "tests/support/LogCapture.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <thread>
+
+namespace glimmerly {
+namespace {
+
+using testing::ElementsAre;
+using testing::MatchesRegex;
+using testing::Pair;
+
+enum class Trouble { none, some };
+Error makeError(Trouble trouble) {
+    return enumError("Glimmerly.Trouble", trouble);
+}
+
+TEST(GlimmerlyLog, PassesLevelCategoryAndMessageOn) {
+    LogCapture log;
+    GlimmerlyLog::debug("A", "1");
+    GlimmerlyLog::info("B", "2");
+    GlimmerlyLog::notice("C", "3");
+    GlimmerlyLog::warning("D", "4");
+    GlimmerlyLog::error("E", "5");
+    GlimmerlyLog::fault("F", "6");
+    std::string seen;
+    for (const LogRecord& record : log.records())
+        seen += std::to_string(static_cast<int>(record.level)) + record.category + record.message;
+    EXPECT_EQ(seen, "0A11B22C33D44E55F6");
+}
+
+TEST(GlimmerlyLog, AddsItsCallerAndNothingElse) {
+    LogCapture log;
+    GlimmerlyLog::warning("A", "plain");
+    const auto expected = "GlimmerlyLogTest.cpp:" + std::to_string(__LINE__ - 1);
+    const LogRecord record = log.records().front();
+    EXPECT_THAT(*record.metadata, ElementsAre(Pair("caller", expected)));
+    EXPECT_EQ(record.errorSummary, std::nullopt);
+}
+
+TEST(GlimmerlyLog, DescribesErrorsButKeepsTheKeysOfTheCaller) {
+    LogCapture log;
+    const Error error = Trouble::some;
+    GlimmerlyLog::warning("A", "1", {{"size", "3"}}, error);
+    GlimmerlyLog::error("A", "2", {{"caller", "me"}, {"errorDomain", "mine"}, {"errorCode", "-1"}}, error);
+    const auto records = log.records();
+    EXPECT_THAT(*records[0].metadata,
+                ElementsAre(Pair("caller", MatchesRegex("GlimmerlyLogTest\\.cpp:[0-9]+")),
+                            Pair("errorCode", "1"), Pair("errorDomain", "Glimmerly.Trouble"),
+                            Pair("size", "3")));
+    EXPECT_THAT(*records[1].metadata,
+                ElementsAre(Pair("caller", "me"), Pair("errorCode", "-1"), Pair("errorDomain", "mine")));
+    EXPECT_EQ(records[1].errorSummary, error.description());
+}
+
+TEST(GlimmerlyLog, NamesTheThreadThatCalled) {
+    LogCapture log;
+    GlimmerlyLog::info("A", "1");
+    std::thread([] { GlimmerlyLog::info("A", "2"); }).join();
+    EXPECT_EQ(log.records()[0].threadName, "main");
+    EXPECT_EQ(log.records()[1].threadName, "worker");
+}
+
+} // namespace
+} // namespace glimmerly

@@ -17,6 +17,14 @@ inline constexpr HotkeyStatus hotkeyExists = -9878;       ///< this or another p
 inline constexpr HotkeyStatus hotkeyInvalid = -9879;      ///< no such key here, or no such registration
 } // namespace hotkey_status
 
+/// The service's own modifier flags.
+namespace hotkey_modifier {
+inline constexpr std::uint32_t command = 0x100;
+inline constexpr std::uint32_t shift = 0x200;
+inline constexpr std::uint32_t option = 0x800;
+inline constexpr std::uint32_t control = 0x1000;
+} // namespace hotkey_modifier
+
 struct HotkeyIdentifier {
     std::uint32_t signature = 0; ///< four ASCII characters, the first in the most significant byte
     std::uint32_t number = 0;

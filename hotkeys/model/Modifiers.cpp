@@ -1,5 +1,7 @@
 #include "hotkeys/model/Modifiers.h"
 
+#include "platform/HotkeyService.h"
+
 #include <string_view>
 
 namespace glimmerly {
@@ -15,10 +17,10 @@ struct ModifierKey {
 
 /// In the order in which the glyphs are shown.
 constexpr ModifierKey modifierKeys[] = {
-    {Modifiers::control, "\u2303", 1U << 18, 0x1000},
-    {Modifiers::option, "\u2325", 1U << 19, 0x800},
-    {Modifiers::shift, "\u21E7", 1U << 17, 0x200},
-    {Modifiers::command, "\u2318", 1U << 20, 0x100},
+    {Modifiers::control, "\u2303", 1U << 18, hotkey_modifier::control},
+    {Modifiers::option, "\u2325", 1U << 19, hotkey_modifier::option},
+    {Modifiers::shift, "\u21E7", 1U << 17, hotkey_modifier::shift},
+    {Modifiers::command, "\u2318", 1U << 20, hotkey_modifier::command},
 };
 
 } // namespace

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "platform/VirtualKeyCodes.h"
+#include "platform/x11/X11KeyboardExtension.h"
+
+#include <xcb/xtest.h>
+
+#include <cstdlib>
+#include <stdexcept>
+#include <string>
+
+namespace glimmerly {
+
+/// The hands on the X server's keyboard. Keys are named by their virtual key codes.
+class TestKeyboard {
+public:
+    static constexpr std::int64_t superKey = 55;
+    static constexpr std::int64_t altKey = 58;
+    static constexpr std::int64_t shiftKey = 56;
+    static constexpr std::int64_t controlKey = 59;
+    static constexpr std::int64_t capsLock = 57;
+    static constexpr std::int64_t numLock = 71;
+
+    TestKeyboard() : connection_(X11Connection::open().value()) {
+        if (!X11KeyboardExtension::enable(*connection_))
+            throw std::runtime_error("no keyboard extension");
+        setLayout("-layout us -option ''");
+        lock(0, 0);
+    }
+
+    void down(std::int64_t key) { fake(XCB_KEY_PRESS, key); }
+    void up(std::int64_t key) { fake(XCB_KEY_RELEASE, key); }
+    void tap(std::int64_t key) {
+        down(key);
+        up(key);
+    }
+
+    /// Sets exactly these modifiers as locked, and the keyboard group.
+    void lock(std::uint8_t modifiers, std::uint8_t group) {
+        xcb_xkb_latch_lock_state(get(), XCB_XKB_ID_USE_CORE_KBD, 0xFF, modifiers, 1, group, 0, 0, 0);
+        finish();
+    }
+    [[nodiscard]] bool isDown(std::int64_t key) const {
+        const XcbOwned<xcb_query_keymap_reply_t> keymap(
+            xcb_query_keymap_reply(get(), xcb_query_keymap(get()), nullptr));
+        const xcb_keycode_t code = keycode(key);
+        return (keymap->keys[code / 8] & (1U << (code % 8))) != 0;
+    }
+
+    /// Runs a client of the server to its end.
+    static void run(const std::string& command) {
+        if (std::system(command.c_str()) != 0)
+            throw std::runtime_error("failed: " + command);
+    }
+    static void setLayout(const std::string& options) { run("setxkbmap -model pc105 " + options); }
+
+    [[nodiscard]] static xcb_keycode_t keycode(std::int64_t key) {
+        return static_cast<xcb_keycode_t>(evdevCodesFromVirtualKeyCode(key).at(0) + firstXKeycode);
+    }
+
+private:
+    [[nodiscard]] xcb_connection_t* get() const { return connection_->get(); }
+    void fake(std::uint8_t type, std::int64_t key) {
+        xcb_test_fake_input(get(), type, keycode(key), XCB_CURRENT_TIME, connection_->root(), 0, 0, 0);
+        finish();
+    }
+    /// Waits until the server has done it.
+    void finish() {
+        const XcbOwned<xcb_get_input_focus_reply_t> done(
+            xcb_get_input_focus_reply(get(), xcb_get_input_focus(get()), nullptr));
+    }
+
+    std::unique_ptr<X11Connection> connection_;
+};
+
+} // namespace glimmerly

@@ -80,12 +80,11 @@ std::optional<mode_t> fixedMode(const FileDescriptor& directory, const std::stri
     return std::nullopt;
 }
 
-Result<void> fill(const TemporaryFile& temporary, std::optional<mode_t> mode, std::span<const Bytes> pieces,
-                  Destination destination) {
-    const FileDescriptor& file = temporary.file();
+Result<void> complete(const FileDescriptor& file, std::optional<mode_t> mode, const FileFiller& fill,
+                      Destination destination) {
     if (mode && ::fchmod(file.get(), *mode) != 0)
         return posixFailure("Setting a file's mode");
-    if (auto written = writeAll(file, pieces); !written)
+    if (auto written = fill(file); !written)
         return written;
     if (destination == Destination::chosenByUser && ::fsync(file.get()) != 0)
         return posixFailure("Forcing a file to the disk");
@@ -94,8 +93,7 @@ Result<void> fill(const TemporaryFile& temporary, std::optional<mode_t> mode, st
 
 } // namespace
 
-Result<void> writeFileAtomically(const fs::path& path, std::span<const Bytes> pieces,
-                                 Destination destination) {
+Result<void> writeFileAtomically(const fs::path& path, const FileFiller& fill, Destination destination) {
     const auto directory = openParent(path, destination);
     if (!directory)
         return failure(directory.error());
@@ -104,9 +102,15 @@ Result<void> writeFileAtomically(const fs::path& path, std::span<const Bytes> pi
     auto temporary = TemporaryFile::create(*directory, mode ? ownerOnly : asUmaskAllows);
     if (!temporary)
         return failure(temporary.error());
-    if (auto filled = fill(*temporary, mode, pieces, destination); !filled)
-        return filled;
+    if (auto completed = complete(temporary->file(), mode, fill, destination); !completed)
+        return completed;
     return temporary->publish(name);
+}
+
+Result<void> writeFileAtomically(const fs::path& path, std::span<const Bytes> pieces,
+                                 Destination destination) {
+    const auto fill = [pieces](const FileDescriptor& file) { return writeAll(file, pieces); };
+    return writeFileAtomically(path, FileFiller(fill), destination);
 }
 
 Result<void> writeFileAtomically(const fs::path& path, Bytes content, Destination destination) {

@@ -4,9 +4,12 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <span>
 
 namespace glimmerly {
+
+class FileDescriptor;
 
 /// Whose directory a file is written to, which decides what may be found on the way there.
 enum class Destination {
@@ -27,6 +30,11 @@ using Bytes = std::span<const std::byte>;
                                                std::span<const Bytes> pieces,
                                                Destination destination = Destination::ownDirectory);
 [[nodiscard]] Result<void> writeFileAtomically(const std::filesystem::path& path, Bytes content,
+                                               Destination destination = Destination::ownDirectory);
+
+/// The same for content that `fill` writes into the empty file it is given; a failure of it is the outcome.
+using FileFiller = std::function<Result<void>(const FileDescriptor& file)>;
+[[nodiscard]] Result<void> writeFileAtomically(const std::filesystem::path& path, const FileFiller& fill,
                                                Destination destination = Destination::ownDirectory);
 
 } // namespace glimmerly

@@ -1,99 +1,116 @@
 #include "platform/png/PngDecoder.h"
 
+#include "platform/memory/ByteBuffer.h"
+#include "platform/memory/DisplayBitmap.h"
+#include "platform/png/PixelPacking.h"
 #include "platform/png/PngError.h"
+#include "platform/png/PngLimits.h"
+#include "platform/png/StoredPng.h"
 
 #include <spng.h>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <array>
 #include <cerrno>
-#include <fstream>
 #include <memory>
-#include <vector>
 
 namespace glimmerly {
 
 namespace {
 
-constexpr int maximumSide = 65535;
-constexpr std::int64_t maximumPixels = std::int64_t{1} << 28;
+constexpr off_t maximumFileBytes = off_t{3} << 29;
+constexpr std::size_t maximumTextBytes = std::size_t{16} << 20;
 
 using Context = std::unique_ptr<spng_ctx, decltype([](spng_ctx* context) { spng_ctx_free(context); })>;
 
-Result<Context> openContext(std::span<const std::byte> png, spng_ihdr& header) {
-    Context context(spng_ctx_new(0));
-    if (!context)
+/// Reads signature and header only.
+Result<spng_ihdr> readHeader(spng_ctx* context, std::span<const std::byte> png) {
+    if (context == nullptr)
         return failure(PngError::outOfMemory);
-    spng_set_image_limits(context.get(), maximumSide, maximumSide);
-    if (spng_set_png_buffer(context.get(), png.data(), png.size()) != 0)
+    spng_ihdr header{};
+    spng_set_chunk_limits(context, static_cast<std::size_t>(maximumFileBytes), maximumTextBytes);
+    if (spng_set_png_buffer(context, png.data(), png.size()) != 0 || spng_get_ihdr(context, &header) != 0)
         return failure(PngError::notPng);
-    switch (spng_get_ihdr(context.get(), &header)) {
-    case 0:
-        break;
-    case SPNG_EUSER_WIDTH:
-    case SPNG_EUSER_HEIGHT:
+    if (header.width > maximumPngSide || header.height > maximumPngSide ||
+        !isWithinPngLimits({static_cast<int>(header.width), static_cast<int>(header.height)}))
         return failure(PngError::tooLarge);
-    default:
-        return failure(PngError::notPng);
-    }
-    if (std::int64_t{header.width} * header.height > maximumPixels)
-        return failure(PngError::tooLarge);
-    return context;
+    return header;
 }
 
-Bitmap::Pixel premultiplied(const std::uint8_t* rgba) {
-    const auto alpha = Bitmap::Pixel{rgba[3]};
-    const auto scaled = [alpha](Bitmap::Pixel component) { return (component * alpha + 127) / 255; };
-    return alpha << 24 | scaled(rgba[0]) << 16 | scaled(rgba[1]) << 8 | scaled(rgba[2]);
+/// Any PNG at all. The rows pass through `destination` as red, green, blue, alpha: an interlaced picture
+/// comes in seven layers that fill each other's gaps.
+Result<void> decodeGenerally(std::span<const std::byte> png, Bitmap destination) {
+    const Context context(spng_ctx_new(0));
+    const auto header = readHeader(context.get(), png);
+    if (!header)
+        return failure(header.error());
+    constexpr int flags = SPNG_DECODE_TRNS | SPNG_DECODE_PROGRESSIVE;
+    if (spng_decode_image(context.get(), nullptr, 0, SPNG_FMT_RGBA8, flags) != 0)
+        return failure(PngError::damaged);
+    int outcome = 0;
+    while (outcome == 0) {
+        spng_row_info info{};
+        outcome = spng_get_row_info(context.get(), &info); // tells the end where the last layers are empty
+        if (outcome == 0) {
+            const auto row = destination.row(static_cast<int>(info.row_num));
+            outcome = spng_decode_row(context.get(), row.data(), row.size_bytes());
+        }
+    }
+    if (outcome != SPNG_EOI)
+        return failure(PngError::damaged);
+    if (spng_decode_chunks(context.get()) != 0) // the checksum of the last pixels comes after them
+        return failure(PngError::damaged);
+    for (int y = 0; y < destination.height(); ++y)
+        premultiplyRgba(destination.row(y));
+    return {};
 }
 
 } // namespace
 
+Result<PngDecoder> PngDecoder::over(PngSource source) {
+    constexpr std::size_t signatureAndHeader = 8 + 25;
+    std::array<std::byte, signatureAndHeader> scratch{};
+    const auto start = source.read(0, scratch);
+    if (!start)
+        return failure(start.error());
+    const Context context(spng_ctx_new(0));
+    const auto header = readHeader(context.get(), *start);
+    if (!header)
+        return failure(header.error());
+    return PngDecoder(std::move(source), {static_cast<int>(header->width), static_cast<int>(header->height)});
+}
+
 Result<PngDecoder> PngDecoder::over(std::span<const std::byte> png) {
-    spng_ihdr header{};
-    if (auto context = openContext(png, header); !context)
-        return failure(context.error());
-    return PngDecoder({}, png, {static_cast<int>(header.width), static_cast<int>(header.height)});
+    return over(PngSource(png));
 }
 
 Result<PngDecoder> PngDecoder::open(const std::filesystem::path& path) {
-    std::ifstream stream(path, std::ios::binary | std::ios::ate);
-    if (!stream)
-        return failure(Error::posix(errno, "Open " + path.filename().string()));
-    ByteBuffer file(static_cast<std::size_t>(stream.tellg()));
-    stream.seekg(0).read(reinterpret_cast<char*>(file.data()), static_cast<std::streamsize>(file.size()));
-    if (!stream)
-        return failure(Error::posix(errno, "Read " + path.filename().string()));
-    auto decoder = over(file.span());
-    if (decoder)
-        decoder->file_ = std::move(file);
-    return decoder;
+    FileDescriptor file(
+        ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)); // a pipe must not hold us up
+    struct stat status{};
+    if (!file || ::fstat(file.get(), &status) != 0)
+        return posixFailure("Opening " + path.filename().string());
+    if (!S_ISREG(status.st_mode))
+        return failure(PngError::notPng);
+    if (status.st_size > maximumFileBytes)
+        return failure(PngError::tooLarge);
+    return over(PngSource(std::move(file), static_cast<std::size_t>(status.st_size)));
 }
 
 Result<void> PngDecoder::decodeInto(Bitmap destination) const {
-    spng_ihdr header{};
-    auto context = openContext(png_, header);
-    if (!context)
-        return failure(context.error());
-    constexpr int flags = SPNG_DECODE_TRNS | SPNG_DECODE_PROGRESSIVE;
-    if (spng_decode_image(context->get(), nullptr, 0, SPNG_FMT_RGBA8, flags) != 0)
-        return failure(PngError::damaged);
-    std::vector<std::uint8_t> rgba(std::size_t{header.width} * 4);
-    spng_row_info info{};
-    int outcome = 0;
-    while (outcome == 0) {
-        if (spng_get_row_info(context->get(), &info) != 0)
-            return failure(PngError::damaged);
-        outcome = spng_decode_row(context->get(), rgba.data(), rgba.size());
-        if (outcome != 0 && outcome != SPNG_EOI)
-            return failure(PngError::damaged);
-        const auto row = destination.row(static_cast<int>(info.row_num));
-        for (std::size_t x = 0; x < row.size(); ++x)
-            row[x] = premultiplied(&rgba[x * 4]);
-    }
-    return {};
+    if (readStoredPng(source_, destination) == StoredPngReading::done)
+        return {};
+    ByteBuffer scratch(source_.size());
+    const auto png = source_.read(0, scratch.span());
+    if (!png)
+        return failure(png.error());
+    return decodeGenerally(*png, std::move(destination));
 }
 
 Result<Bitmap> PngDecoder::decode() const {
-    Bitmap bitmap(size_);
+    Bitmap bitmap = makeDisplayBitmap(size_);
     if (auto outcome = decodeInto(bitmap); !outcome)
         return failure(outcome.error());
     return bitmap;

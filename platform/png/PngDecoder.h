@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/Bitmap.h"
-#include "base/ByteBuffer.h"
 #include "base/Result.h"
+#include "platform/png/PngSource.h"
 
 #include <filesystem>
 #include <span>
@@ -28,11 +28,10 @@ public:
     [[nodiscard]] Result<Bitmap> decode() const;
 
 private:
-    PngDecoder(ByteBuffer file, std::span<const std::byte> png, PixelSize size)
-        : file_(std::move(file)), png_(png), size_(size) {}
+    [[nodiscard]] static Result<PngDecoder> over(PngSource source);
+    PngDecoder(PngSource source, PixelSize size) : source_(std::move(source)), size_(size) {}
 
-    ByteBuffer file_;
-    std::span<const std::byte> png_;
+    PngSource source_;
     PixelSize size_;
 };
 

@@ -1,0 +1,141 @@
+#include "platform/x11/X11OverlayKeeper.h"
+
+#include "platform/x11/X11Focus.h"
+
+#include <algorithm>
+#include <iterator>
+#include <span>
+#include <utility>
+
+namespace glimmerly {
+
+namespace {
+
+bool isRealFocusChange(const xcb_focus_out_event_t& event) {
+    const bool keyboardTakenForAWhile =
+        event.mode == XCB_NOTIFY_MODE_GRAB || event.mode == XCB_NOTIFY_MODE_UNGRAB;
+    return !keyboardTakenForAWhile && event.detail != XCB_NOTIFY_DETAIL_POINTER &&
+           event.detail != XCB_NOTIFY_DETAIL_INFERIOR;
+}
+
+} // namespace
+
+bool X11Patience::lasts() {
+    constexpr int mostWithinASecond = 10;
+    const auto now = Clock::now();
+    if (count_ < mostWithinASecond && now - countingSince_ > std::chrono::seconds(1)) {
+        countingSince_ = now;
+        count_ = 0;
+    }
+    if (count_ == mostWithinASecond)
+        return false;
+    ++count_;
+    return true;
+}
+
+X11OverlayKeeper::X11OverlayKeeper(const X11Connection& connection, xcb_window_t overlay, PixelRect area)
+    : connection_(connection), overlay_(overlay), area_(area) {
+    // Not the overlay's own visibility: a window that reaches beyond the root counts as covered from the
+    // start.
+    selectEvents(XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                 XCB_EVENT_MASK_FOCUS_CHANGE | XCB_EVENT_MASK_ENTER_WINDOW);
+}
+
+X11OverlayKeeper::~X11OverlayKeeper() {
+    selectEvents(XCB_EVENT_MASK_NO_EVENT, XCB_EVENT_MASK_NO_EVENT);
+}
+
+void X11OverlayKeeper::selectEvents(std::uint32_t onRoot, std::uint32_t onOverlay) const {
+    xcb_change_window_attributes(connection_.get(), connection_.root(), XCB_CW_EVENT_MASK, &onRoot);
+    xcb_change_window_attributes(connection_.get(), overlay_, XCB_CW_EVENT_MASK, &onOverlay);
+    xcb_flush(connection_.get());
+}
+
+void X11OverlayKeeper::orderFront() const {
+    const std::uint32_t above = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(connection_.get(), overlay_, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+    xcb_flush(connection_.get());
+}
+
+void X11OverlayKeeper::takeFocus() const {
+    x11_focus::set(connection_, overlay_);
+}
+
+void X11OverlayKeeper::handle(const xcb_generic_event_t& event) {
+    switch (event.response_type & ~0x80) {
+    case XCB_MAP_NOTIFY:
+    case XCB_CONFIGURE_NOTIFY:
+    case XCB_CIRCULATE_NOTIFY:
+    case XCB_REPARENT_NOTIFY:
+        stackChanged_ = true;
+        break;
+    case XCB_FOCUS_OUT:
+        focusChanged_ =
+            focusChanged_ || isRealFocusChange(reinterpret_cast<const xcb_focus_out_event_t&>(event));
+        break;
+    case XCB_ENTER_NOTIFY:
+        focusChanged_ = true;
+        break;
+    default:
+        break;
+    }
+}
+
+void X11OverlayKeeper::settle() {
+    if (std::exchange(stackChanged_, false))
+        raiseAboveOthers();
+    if (std::exchange(focusChanged_, false) && !isOurs(x11_focus::current(connection_)) && hasPointer() &&
+        focusing_.lasts())
+        takeFocus();
+}
+
+void X11OverlayKeeper::raiseAboveOthers() {
+    const auto isBeatable = [this](xcb_window_t window) { return !std::ranges::count(unbeatable_, window); };
+    if (!std::ranges::any_of(coveringWindows(), isBeatable) || !raising_.lasts())
+        return;
+    orderFront();
+    unbeatable_ = coveringWindows();
+}
+
+bool X11OverlayKeeper::isOurs(xcb_window_t window) const {
+    const std::uint32_t client = ~xcb_get_setup(connection_.get())->resource_id_mask;
+    return (window & client) == (overlay_ & client);
+}
+
+/// Other clients' windows over the overlay; our own tooltips belong there.
+std::vector<xcb_window_t> X11OverlayKeeper::coveringWindows() const {
+    xcb_connection_t* const x = connection_.get();
+    const XcbOwned<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(x, xcb_query_tree(x, connection_.root()), nullptr));
+    if (!tree)
+        return {};
+    const std::span bottomToTop(xcb_query_tree_children(tree.get()), tree->children_len);
+    std::vector<xcb_window_t> covering;
+    std::copy_if(std::ranges::find(bottomToTop, overlay_), bottomToTop.end(), std::back_inserter(covering),
+                 [this](xcb_window_t window) { return !isOurs(window) && covers(window); });
+    return covering;
+}
+
+bool X11OverlayKeeper::covers(xcb_window_t window) const {
+    xcb_connection_t* const x = connection_.get();
+    const auto attributesCookie = xcb_get_window_attributes_unchecked(x, window);
+    const auto geometryCookie = xcb_get_geometry_unchecked(x, window);
+    const XcbOwned<xcb_get_window_attributes_reply_t> attributes(
+        xcb_get_window_attributes_reply(x, attributesCookie, nullptr));
+    const XcbOwned<xcb_get_geometry_reply_t> place(xcb_get_geometry_reply(x, geometryCookie, nullptr));
+    if (!attributes || !place || attributes->map_state != XCB_MAP_STATE_VIEWABLE)
+        return false;
+    const int border = 2 * place->border_width;
+    return place->x < area_.x + area_.width && place->x + place->width + border > area_.x &&
+           place->y < area_.y + area_.height && place->y + place->height + border > area_.y;
+}
+
+bool X11OverlayKeeper::hasPointer() const {
+    xcb_connection_t* const x = connection_.get();
+    const XcbOwned<xcb_query_pointer_reply_t> pointer(
+        xcb_query_pointer_reply(x, xcb_query_pointer(x, connection_.root()), nullptr));
+    return pointer && pointer->root_x >= area_.x && pointer->root_x < area_.x + area_.width &&
+           pointer->root_y >= area_.y && pointer->root_y < area_.y + area_.height;
+}
+
+} // namespace glimmerly

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "base/Geometry.h"
+#include "platform/x11/X11Connection.h"
+
+#include <chrono>
+#include <vector>
+
+namespace glimmerly {
+
+/// How often something is worth doing again against another client that undoes it.
+class X11Patience {
+public:
+    /// True while this happens less than ten times within a second; once it did not, false for good.
+    [[nodiscard]] bool lasts();
+
+private:
+    using Clock = std::chrono::steady_clock;
+    Clock::time_point countingSince_;
+    int count_ = 0;
+};
+
+/// Keeps an open overlay above all other clients' windows, and with the keyboard while the pointer is on it:
+/// a window that is raised or takes the focus below it would get keys that the user cannot see arrive.
+class X11OverlayKeeper {
+public:
+    /// `area` is the overlay's on the root window. The connection must outlive this object; its events go to
+    /// `handle`, and `settle` follows a run of them.
+    X11OverlayKeeper(const X11Connection& connection, xcb_window_t overlay, PixelRect area);
+    ~X11OverlayKeeper();
+    X11OverlayKeeper(const X11OverlayKeeper&) = delete;
+    X11OverlayKeeper& operator=(const X11OverlayKeeper&) = delete;
+
+    void orderFront() const;
+    void takeFocus() const;
+
+    void handle(const xcb_generic_event_t& event);
+    void settle();
+
+private:
+    void selectEvents(std::uint32_t onRoot, std::uint32_t onOverlay) const;
+    [[nodiscard]] bool isOurs(xcb_window_t window) const;
+    void raiseAboveOthers();
+    [[nodiscard]] std::vector<xcb_window_t> coveringWindows() const;
+    [[nodiscard]] bool covers(xcb_window_t window) const;
+    [[nodiscard]] bool hasPointer() const;
+
+    const X11Connection& connection_;
+    xcb_window_t overlay_;
+    PixelRect area_;
+    bool stackChanged_ = false;
+    bool focusChanged_ = false;
+    /// Windows that stay above whatever is done, as a compositor's does.
+    std::vector<xcb_window_t> unbeatable_;
+    X11Patience raising_;
+    X11Patience focusing_;
+};
+
+} // namespace glimmerly

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/OverlayWindows.h"
+#include "platform/x11/X11Connection.h"
+#include "platform/x11/X11HeldKeys.h"
+#include "platform/x11/X11OverlayKeeper.h"
+
+#include <QSocketNotifier>
+
+#include <memory>
+#include <optional>
+
+namespace glimmerly {
+
+/// Overlays as windows that no window manager manages. They neither grab the keyboard nor the pointer,
+/// because a grab would shut out hotkeys, ours among them, and keep the session from being locked.
+class X11OverlayWindows : public OverlayWindows {
+public:
+    explicit X11OverlayWindows(std::unique_ptr<X11Connection> connection);
+
+    void prepare(QWidget& window, const Screen& screen, Rect frame) override;
+    void makeKeyAndOrderFront(QWidget& window) override;
+    void orderOut(QWidget& window) override;
+
+private:
+    void place(xcb_window_t window, PixelRect area, PixelSize sizeForQt);
+    void handleEvents();
+
+    std::unique_ptr<X11Connection> connection_;
+    PixelRect area_; ///< of the overlay on the root window
+    std::optional<X11OverlayKeeper> keeper_;
+    X11HeldKeys heldKeys_;
+    xcb_window_t focusBefore_ = XCB_INPUT_FOCUS_POINTER_ROOT;
+    QSocketNotifier events_;
+};
+
+} // namespace glimmerly

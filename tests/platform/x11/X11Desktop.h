@@ -1,0 +1,92 @@
+#pragma once
+
+#include "tests/support/ProcessState.h"
+#include "tests/support/XvfbServer.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+
+#include <signal.h>
+#include <sys/wait.h>
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace glimmerly {
+
+/// A program that a test needs beside it; it ends with this object.
+class ChildProcess {
+public:
+    explicit ChildProcess(std::vector<std::string> command) {
+        std::vector<char*> arguments;
+        for (auto& word : command)
+            arguments.push_back(word.data());
+        arguments.push_back(nullptr);
+        process_ = ::fork();
+        if (process_ == 0) {
+            ::prctl(PR_SET_PDEATHSIG, SIGTERM);
+            ::execvp(arguments[0], arguments.data());
+            ::_exit(127);
+        }
+    }
+    ~ChildProcess() {
+        ::kill(process_, SIGTERM);
+        ::waitpid(process_, nullptr, 0);
+    }
+    ChildProcess(const ChildProcess&) = delete;
+    ChildProcess& operator=(const ChildProcess&) = delete;
+
+private:
+    pid_t process_;
+};
+
+/// Runs the main loop until `condition` holds; false when it does not within `seconds`.
+inline bool waitUntil(const std::function<bool()>& condition, int seconds = 10) {
+    QElapsedTimer elapsed;
+    elapsed.start();
+    while (!condition()) {
+        if (elapsed.elapsed() > seconds * 1000)
+            return false;
+        QCoreApplication::processEvents(QEventLoop::AllEvents);
+        ::usleep(1000);
+    }
+    return true;
+}
+
+enum class WindowManager { none, openbox };
+
+/// An X server with this process as a Qt program on it.
+class X11Desktop {
+public:
+    struct Options {
+        WindowManager windowManager = WindowManager::none;
+        const char* scale = nullptr;
+        std::string screen = "640x481x24"; ///< as XvfbServer's
+    };
+
+    X11Desktop() : X11Desktop(Options{}) {}
+    explicit X11Desktop(const Options& options)
+        : server(options.screen), display_("DISPLAY", server.display().c_str()),
+          platform_("QT_QPA_PLATFORM", "xcb"), scale_("QT_SCALE_FACTOR", options.scale) {
+        if (options.windowManager == WindowManager::openbox)
+            windowManager.emplace(std::vector<std::string>{"openbox"});
+        application.emplace(argumentCount_, arguments_);
+    }
+
+    XvfbServer server;
+    std::optional<ChildProcess> windowManager;
+
+private:
+    ScopedEnvironment display_;
+    ScopedEnvironment platform_;
+    ScopedEnvironment scale_;
+    char name_[6] = "tests";
+    char* arguments_[2] = {name_, nullptr};
+    int argumentCount_ = 1;
+
+public:
+    std::optional<QApplication> application;
+};
+
+} // namespace glimmerly

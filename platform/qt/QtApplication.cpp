@@ -1,5 +1,6 @@
 #include "platform/qt/QtApplication.h"
 
+#include "platform/qt/KeyNames.h"
 #include "platform/qt/QtConversions.h"
 
 #include <QApplication>
@@ -42,6 +43,8 @@ class QtApplication::Toolkit : public QApplication {
 public:
     using QApplication::QApplication;
 
+    KeyNames keyNames;
+
     bool event(QEvent* event) override {
         if (event->type() == QEvent::Quit) {
             exit(0);
@@ -56,6 +59,7 @@ QtApplication::QtApplication(int& argc, char** argv, const BundleInfo& bundle) {
     QGuiApplication::setDesktopFileName(toQString(bundle.identifier.value_or("")));
     QCoreApplication::setApplicationName(toQString(bundle.applicationName()));
     toolkit_ = std::make_unique<Toolkit>(argc, argv);
+    QCoreApplication::installTranslator(&toolkit_->keyNames);
 }
 
 QtApplication::~QtApplication() = default;

@@ -1,4 +1,4 @@
-#include "platform/qt/PanelColors.h"
+#include "platform/tray/PanelColors.h"
 
 #include <QGuiApplication>
 #include <QPalette>

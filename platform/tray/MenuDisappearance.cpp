@@ -1,4 +1,4 @@
-#include "platform/qt/MenuDisappearance.h"
+#include "platform/tray/MenuDisappearance.h"
 
 #include <QCursor>
 #include <QElapsedTimer>

@@ -4,8 +4,8 @@
 
 namespace glimmerly {
 
-/// A new location for one capture: "glimmerly-capture-", an upper-case UUID and ".png" in `directory`, the
-/// per-user temporary directory. Creates nothing.
-[[nodiscard]] std::filesystem::path makeCaptureFileURL(const std::filesystem::path& directory);
+/// A new location for one capture: "glimmerly-capture-", an upper-case UUID and ".png" in the user's
+/// temporary directory. Makes the directory where it can; where it cannot, writing there will say why.
+[[nodiscard]] std::filesystem::path makeCaptureFileURL();
 
 } // namespace glimmerly

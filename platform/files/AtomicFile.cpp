@@ -23,12 +23,20 @@ namespace fs = std::filesystem;
 constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
 constexpr mode_t asUmaskAllows = ownerOnly | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
 
+bool isOurs(const FileDescriptor& directory) {
+    struct stat info{};
+    return ::fstat(directory.get(), &info) == 0 && info.st_uid == ::geteuid() &&
+           (info.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+}
+
 Result<FileDescriptor> openParent(const fs::path& path, Destination destination) {
     const fs::path parent = path.has_parent_path() ? path.parent_path() : fs::path(".");
     const int links = destination == Destination::ownDirectory ? O_NOFOLLOW : 0;
     FileDescriptor directory(::open(parent.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC | links));
     if (!directory)
         return posixFailure("Opening the directory " + parent.string());
+    if (destination == Destination::ownDirectory && !isOurs(directory))
+        return failure(Error::posix(EPERM, "The directory " + parent.string() + " is not ours alone"));
     return directory;
 }
 

@@ -13,8 +13,8 @@ class FileDescriptor;
 
 /// Whose directory a file is written to, which decides what may be found on the way there.
 enum class Destination {
-    /// Ours alone: the file gets mode 0600 whatever the umask, a directory that is a link is refused, and
-    /// the file is not forced to the disk.
+    /// Ours alone: the file gets mode 0600 whatever the umask, a directory that is a link, another user's or
+    /// open to others' writing is refused, and the file is not forced to the disk.
     ownDirectory,
     /// Picked by the user: the directory may be a link, a file replaced passes its mode on to the new one
     /// (which otherwise gets what the umask leaves), and the bytes are on the disk before the name is.

@@ -86,11 +86,16 @@ std::optional<fs::path> configurationDirectory() {
     return userDirectory("XDG_CONFIG_HOME", ".config");
 }
 
-Result<fs::path> temporaryDirectory() {
+fs::path temporaryDirectoryLocation() {
     if (const auto runtime = absolutePathIn("XDG_RUNTIME_DIR"))
-        return exclusiveDirectory(*runtime / bundleIdentifier, Place::own);
+        return *runtime / bundleIdentifier;
     const fs::path name = std::string(bundleIdentifier) + "-" + std::to_string(::geteuid());
-    return exclusiveDirectory(absolutePathIn("TMPDIR").value_or("/tmp") / name, Place::shared);
+    return absolutePathIn("TMPDIR").value_or("/tmp") / name;
+}
+
+Result<fs::path> temporaryDirectory() {
+    return exclusiveDirectory(temporaryDirectoryLocation(),
+                              absolutePathIn("XDG_RUNTIME_DIR") ? Place::own : Place::shared);
 }
 
 Result<void> makeDirectories(const fs::path& path) {

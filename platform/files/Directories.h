@@ -15,10 +15,12 @@ namespace glimmerly {
 /// `$XDG_CONFIG_HOME`, else `~/.config`; it may not exist yet. None without a home directory.
 [[nodiscard]] std::optional<std::filesystem::path> configurationDirectory();
 
-/// The user's directory for files that live for seconds, made when missing; no other user can enter it:
-/// `$XDG_RUNTIME_DIR/app.glimmerly.Glimmerly`, without that variable
-/// `${TMPDIR:-/tmp}/app.glimmerly.Glimmerly-<uid>`. An error when it cannot be made or what stands there
-/// is a link or another user's or, in the shared place, open to others.
+/// Where the user's files lie that live for seconds: `$XDG_RUNTIME_DIR/app.glimmerly.Glimmerly`, without that
+/// variable `${TMPDIR:-/tmp}/app.glimmerly.Glimmerly-<uid>`. It may not exist yet.
+[[nodiscard]] std::filesystem::path temporaryDirectoryLocation();
+
+/// The directory there, made when missing; no other user can enter it. An error when it cannot be made or
+/// what stands there is a link or another user's or, in the shared place, open to others.
 [[nodiscard]] Result<std::filesystem::path> temporaryDirectory();
 
 /// Makes `path` and what is missing above it, each with mode 0700 whatever the umask. Links on the way are

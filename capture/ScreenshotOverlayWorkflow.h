@@ -1,0 +1,55 @@
+#pragma once
+
+#include "base/Clock.h"
+#include "base/Result.h"
+#include "base/Uuid.h"
+#include "capture/ScreenshotRequestSource.h"
+
+#include <filesystem>
+#include <memory>
+
+namespace glimmerly {
+
+class Alerts;
+class MainQueue;
+class OverlayPresenter;
+class ScreenCaptureService;
+class ScreenshotCaptureSession;
+
+/// What the workflow works with.
+struct ScreenshotWorkflowServices {
+    ScreenCaptureService& captureService;
+    ScreenshotCaptureSession& session;
+    OverlayPresenter& overlay;
+    Alerts& alerts;
+    MainQueue& mainQueue;
+    WallClock clock = systemClock();
+};
+
+/// Turns a screenshot request into an open overlay or an alert. Requests may overlap: only the newest one's
+/// capture is shown. Main thread only.
+class ScreenshotOverlayWorkflow {
+public:
+    explicit ScreenshotOverlayWorkflow(ScreenshotWorkflowServices services);
+
+    /// Closes any open overlay and starts a capture; returns at once.
+    void requestScreenshot(ScreenshotRequestSource source);
+
+private:
+    struct Request {
+        std::filesystem::path fileURL;
+        Uuid id;
+        WallTime start;
+    };
+
+    void run(const std::filesystem::path& fileURL);
+    void finish(const Request& request, const Result<void>& outcome);
+    void discard(const Request& request) const;
+    void report(const Request& request, const Error& error);
+
+    ScreenshotWorkflowServices services_;
+    /// Held weakly by what outlives the workflow: queued tasks and completions.
+    std::shared_ptr<ScreenshotOverlayWorkflow*> self_;
+};
+
+} // namespace glimmerly

@@ -5,7 +5,6 @@
 #include "platform/files/ReadFile.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <span>
 
 namespace glimmerly {
@@ -40,17 +39,21 @@ bool LogFile::nothingToPrune(UtcTime cutoff) const {
     return lastLeft_ && oldest_ >= cutoff && valueOf(stampOf(path_)) == lastLeft_;
 }
 
+void LogFile::letGoUnlessInPlace() {
+    const auto named = stampOf(path_);
+    const auto held = handle_ ? valueOf(handle_->stamp()) : std::nullopt;
+    if (!named || !held || !named->isSameFile(*held))
+        handle_.reset();
+}
+
 void LogFile::prune(UtcTime cutoff) {
     if (nothingToPrune(cutoff))
         return;
     lastLeft_.reset();
+    letGoUnlessInPlace();
     const auto text = readFile(path_);
-    if (!text) {
-        // Somebody took the file away: the next line starts a new one.
-        if (text.error().code() == ENOENT)
-            handle_.reset();
+    if (!text)
         return;
-    }
     const auto pruned = pruneLog(*text, cutoff);
     if (!pruned)
         return;
@@ -61,8 +64,9 @@ void LogFile::prune(UtcTime cutoff) {
         if (!closed)
             return;
     }
-    const auto replaced = writeFileAtomically(path_, std::as_bytes(std::span(pruned->text)));
-    if (open() && replaced) {
+    const bool isCurrent =
+        pruned->text == *text || writeFileAtomically(path_, std::as_bytes(std::span(pruned->text)));
+    if (open() && isCurrent) {
         oldest_ = pruned->oldest;
         lastLeft_ = valueOf(handle_->stamp());
     }

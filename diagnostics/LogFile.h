@@ -22,13 +22,15 @@ public:
     bool open();
     /// Adds `line`, which ends with its line feed, to the open file; `time` is the one written in it.
     void append(std::string_view line, UtcTime time);
-    /// Removes what is older than `cutoff`, and what is no log line. Opens the file.
+    /// Removes what is older than `cutoff`, and what is no log line.
     void prune(UtcTime cutoff);
     /// Forces the open file to stable storage.
     void synchronize();
 
 private:
-    bool nothingToPrune(UtcTime cutoff) const;
+    [[nodiscard]] bool nothingToPrune(UtcTime cutoff) const;
+    /// Closes the file when somebody took it away or put another in its place.
+    void letGoUnlessInPlace();
 
     std::filesystem::path path_;
     std::optional<AppendFile> handle_;

@@ -15,6 +15,9 @@ struct FileStamp {
     std::int64_t size = 0;
     std::int64_t modifiedNanoseconds = 0;
 
+    [[nodiscard]] bool isSameFile(const FileStamp& other) const {
+        return device == other.device && inode == other.inode;
+    }
     bool operator==(const FileStamp&) const = default;
 };
 

@@ -165,11 +165,15 @@ TEST_F(GlimmerlyLogSinkTest, NoticesThatOthersChangedTheFile) {
     sink.flush();
     EXPECT_EQ(content(), written) << "changed before a line";
 
-    fs::rename(file(), folder() / "taken");
-    sink.flush();
-    sink.write(record("line"));
-    sink.flush();
-    EXPECT_EQ(content(), written) << "taken away";
+    for (const bool isReplaced : {false, true}) {
+        fs::rename(file(), folder() / "before");
+        if (isReplaced)
+            writeContent(file(), "");
+        sink.flush();
+        sink.write(record("line"));
+        wait(sink);
+        EXPECT_EQ(content(), written) << (isReplaced ? "replaced" : "taken away");
+    }
 }
 
 TEST_F(GlimmerlyLogSinkTest, DropsLinesWhereNothingCanBeWritten) {

@@ -3,6 +3,7 @@
 #include "base/Overhang.h"
 #include "capture/service/TargetScreen.h"
 #include "diagnostics/GlimmerlyLog.h"
+#include "platform/memory/DisplayBitmap.h"
 #include "platform/png/PngDecoder.h"
 
 #include <algorithm>
@@ -32,7 +33,7 @@ void warnUndecodable(const std::filesystem::path& fileURL) {
 /// Null when there is no memory for it.
 Bitmap allocate(PixelSize size) {
     try {
-        return Bitmap(size);
+        return makeDisplayBitmap(size);
     } catch (const std::bad_alloc&) {
         return {};
     }

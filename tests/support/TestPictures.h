@@ -23,7 +23,7 @@ namespace glimmerly {
 
 /// Writes `picture` as a PNG file at `path`.
 inline void writePng(const std::filesystem::path& path, const Bitmap& picture) {
-    const auto png = encodePng(picture, PngProfile::fast).value();
+    const auto png = encodePng(picture, PngProfile::quick).value();
     writeContent(path, std::string_view(reinterpret_cast<const char*>(png.data()), png.size()));
 }
 

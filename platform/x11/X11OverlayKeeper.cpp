@@ -35,6 +35,8 @@ bool X11Patience::lasts() {
 
 X11OverlayKeeper::X11OverlayKeeper(const X11Connection& connection, xcb_window_t overlay, PixelRect area)
     : connection_(connection), overlay_(overlay), area_(area) {
+    settling_.setSingleShot(true);
+    settling_.callOnTimeout([this] { settle(); });
     // Not the overlay's own visibility: a window that reaches beyond the root counts as covered from the
     // start.
     selectEvents(XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
@@ -70,15 +72,16 @@ void X11OverlayKeeper::handle(const xcb_generic_event_t& event) {
         stackChanged_ = true;
         break;
     case XCB_FOCUS_OUT:
-        focusChanged_ =
-            focusChanged_ || isRealFocusChange(reinterpret_cast<const xcb_focus_out_event_t&>(event));
-        break;
+        if (!isRealFocusChange(reinterpret_cast<const xcb_focus_out_event_t&>(event)))
+            return;
+        [[fallthrough]];
     case XCB_ENTER_NOTIFY:
         focusChanged_ = true;
         break;
     default:
-        break;
+        return;
     }
+    settling_.start(0);
 }
 
 void X11OverlayKeeper::settle() {

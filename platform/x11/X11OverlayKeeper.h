@@ -3,6 +3,8 @@
 #include "base/Geometry.h"
 #include "platform/x11/X11Connection.h"
 
+#include <QTimer>
+
 #include <chrono>
 #include <vector>
 
@@ -25,7 +27,7 @@ private:
 class X11OverlayKeeper {
 public:
     /// `area` is the overlay's on the root window. The connection must outlive this object; its events go to
-    /// `handle`, and `settle` follows a run of them.
+    /// `handle`.
     X11OverlayKeeper(const X11Connection& connection, xcb_window_t overlay, PixelRect area);
     ~X11OverlayKeeper();
     X11OverlayKeeper(const X11OverlayKeeper&) = delete;
@@ -35,9 +37,9 @@ public:
     void takeFocus() const;
 
     void handle(const xcb_generic_event_t& event);
-    void settle();
 
 private:
+    void settle();
     void selectEvents(std::uint32_t onRoot, std::uint32_t onOverlay) const;
     [[nodiscard]] bool isOurs(xcb_window_t window) const;
     void raiseAboveOthers();
@@ -50,6 +52,7 @@ private:
     PixelRect area_;
     bool stackChanged_ = false;
     bool focusChanged_ = false;
+    QTimer settling_; ///< once for all events that came together
     /// Windows that stay above whatever is done, as a compositor's does.
     std::vector<xcb_window_t> unbeatable_;
     X11Patience raising_;

@@ -44,9 +44,11 @@ int pointsCovering(int pixels, double scale) {
 
 X11OverlayWindows::X11OverlayWindows(std::unique_ptr<X11Connection> connection)
     : connection_(std::move(connection)), heldKeys_(*connection_),
-      events_(xcb_get_file_descriptor(connection_->get()), QSocketNotifier::Read) {
-    QObject::connect(&events_, &QSocketNotifier::activated, &events_, [this] { handleEvents(); });
-}
+      events_(*connection_, [this](const xcb_generic_event_t& event) {
+          heldKeys_.handle(event);
+          if (keeper_)
+              keeper_->handle(event);
+      }) {}
 
 void X11OverlayWindows::prepare(QWidget& window, const Screen& screen, Rect frame) {
     area_ = overlayArea(screen, frame.height);
@@ -83,7 +85,6 @@ void X11OverlayWindows::makeKeyAndOrderFront(QWidget& window) {
     keeper_->orderFront();
     window.show(); // Qt waits until the server has mapped it
     keeper_->takeFocus();
-    handleEvents();
 }
 
 void X11OverlayWindows::orderOut(QWidget& window) {
@@ -91,20 +92,6 @@ void X11OverlayWindows::orderOut(QWidget& window) {
     heldKeys_.swallowUntilReleased();
     x11_focus::set(*connection_, focusBefore_);
     window.hide();
-    handleEvents();
-}
-
-void X11OverlayWindows::handleEvents() {
-    xcb_connection_t* const x = connection_->get();
-    while (const XcbOwned<xcb_generic_event_t> event{xcb_poll_for_event(x)}) {
-        heldKeys_.handle(*event);
-        if (keeper_)
-            keeper_->handle(*event);
-    }
-    if (keeper_)
-        keeper_->settle();
-    if (xcb_connection_has_error(x)) // the socket of a server that has gone is always readable
-        events_.setEnabled(false);
 }
 
 } // namespace glimmerly

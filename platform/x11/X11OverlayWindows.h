@@ -1,11 +1,9 @@
 #pragma once
 
 #include "platform/OverlayWindows.h"
-#include "platform/x11/X11Connection.h"
+#include "platform/x11/X11EventSource.h"
 #include "platform/x11/X11HeldKeys.h"
 #include "platform/x11/X11OverlayKeeper.h"
-
-#include <QSocketNotifier>
 
 #include <memory>
 #include <optional>
@@ -24,14 +22,13 @@ public:
 
 private:
     void place(xcb_window_t window, PixelRect area, PixelSize sizeForQt);
-    void handleEvents();
 
     std::unique_ptr<X11Connection> connection_;
     PixelRect area_; ///< of the overlay on the root window
     std::optional<X11OverlayKeeper> keeper_;
     X11HeldKeys heldKeys_;
     xcb_window_t focusBefore_ = XCB_INPUT_FOCUS_POINTER_ROOT;
-    QSocketNotifier events_;
+    X11EventSource events_;
 };
 
 } // namespace glimmerly

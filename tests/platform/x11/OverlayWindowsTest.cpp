@@ -74,6 +74,11 @@ public:
         content.setFocus();
     }
 
+    /// At a point of the display, in pixels at scale 1.
+    [[nodiscard]] static bool isSeenAt(const XcbClient& client, int x, int y) {
+        return client.pixel(x, y) == OverlayContent::colour(x, y + 1);
+    }
+
     X11OverlayWindows windows;
     OverlayContent content;
 };
@@ -109,6 +114,139 @@ TEST_P(AtScale, EachPixelIsWhereItBelongs) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Scales, AtScale, testing::Values("1", "1.25", "1.5", "1.75", "2", "1.1"));
+
+class WithAndWithout : public testing::TestWithParam<WindowManager> {
+protected:
+    /// The overlay's native window.
+    [[nodiscard]] xcb_window_t window() const { return static_cast<xcb_window_t>(overlay.content.winId()); }
+    [[nodiscard]] bool hasManager() const { return GetParam() != WindowManager::none; }
+
+    void typeAndExpectInOverlay() {
+        client.pressKey(aKeycode);
+        client.releaseKey(aKeycode);
+        EXPECT_TRUE(waitUntil([&] { return overlay.content.keys == std::vector<int>{Qt::Key_A}; }));
+        overlay.content.keys.clear();
+        EXPECT_EQ(client.takeKeyPresses(), 0);
+    }
+    [[nodiscard]] bool isOnTop() { return overlay.isSeenAt(client, 150, 80); }
+
+    X11Desktop desktop{{.windowManager = GetParam()}};
+    XcbClient client;
+    Overlay overlay;
+};
+
+TEST_P(WithAndWithout, HasTheKeyboardAtOnceAndGivesItBackToTheVeryWindow) {
+    const auto other = client.open({});
+    ASSERT_TRUE(waitUntil([&] { return client.focus(other) == other; }));
+    overlay.open();
+    EXPECT_EQ(client.focusedWindow(), window());
+    typeAndExpectInOverlay();
+    overlay.windows.orderOut(overlay.content);
+    EXPECT_EQ(client.focusedWindow(), other);
+    client.pressKey(aKeycode);
+    client.releaseKey(aKeycode);
+    EXPECT_TRUE(waitUntil([&] { return client.takeKeyPresses() == 1; }));
+}
+
+TEST_P(WithAndWithout, WhenNoWindowHadTheKeyboardNoneHasItAfterwards) {
+    client.focus(XCB_INPUT_FOCUS_POINTER_ROOT);
+    overlay.open();
+    typeAndExpectInOverlay();
+    overlay.windows.orderOut(overlay.content);
+    EXPECT_NE(client.focusedWindow(), window());
+    if (!hasManager()) {
+        EXPECT_EQ(client.focusedWindow(), XCB_INPUT_FOCUS_POINTER_ROOT);
+    }
+}
+
+TEST_P(WithAndWithout, LiesAbovePanelsAndWindowsRaisedLater) {
+    client.open({.area = {100, 50, 200, 100}, .type = "DOCK"});
+    overlay.open();
+    EXPECT_TRUE(waitUntil([&] { return isOnTop(); }));
+    const auto menu = client.open({.area = {100, 50, 200, 100}, .overrideRedirect = true});
+    EXPECT_FALSE(isOnTop());
+    client.open({.area = {100, 50, 200, 100}});
+    EXPECT_TRUE(waitUntil([&] { return isOnTop(); }));
+    client.raise(menu);
+    EXPECT_FALSE(isOnTop());
+    EXPECT_TRUE(waitUntil([&] { return isOnTop(); }));
+}
+
+TEST_P(WithAndWithout, KeepsTheKeyboardWhileThePointerIsOnIt) {
+    client.movePointer(300, 300);
+    overlay.open();
+    const auto other = client.open({});
+    client.focus(other);
+    EXPECT_TRUE(waitUntil([&] { return client.focusedWindow() == window(); }));
+    typeAndExpectInOverlay();
+}
+
+TEST_P(WithAndWithout, GivesWayToOneThatWillNotLoseTheKeyboard) {
+    client.movePointer(300, 300);
+    overlay.open();
+    const auto stubborn = client.open({.overrideRedirect = true});
+    int taken = 0;
+    EXPECT_TRUE(waitUntil([&] {
+        if (client.focusedWindow() != stubborn) {
+            client.focus(stubborn);
+            ++taken;
+        }
+        return taken > 10;
+    }));
+    for (int turn = 0; turn < 100; ++turn)
+        QCoreApplication::processEvents();
+    EXPECT_EQ(client.focusedWindow(), stubborn);
+}
+
+TEST_P(WithAndWithout, SwallowsTheRestOfAKeyHeldWhileItCloses) {
+    const auto other = client.open({});
+    ASSERT_TRUE(waitUntil([&] { return client.focus(other) == other; }));
+    overlay.open();
+    client.pressKey(escapeKeycode);
+    ASSERT_TRUE(waitUntil([&] { return !overlay.content.keys.empty(); }));
+    overlay.windows.orderOut(overlay.content);
+    EXPECT_EQ(client.focusedWindow(), other);
+
+    // What the other window would get of a held key it gets of any other pressed meanwhile.
+    client.pressKey(aKeycode);
+    client.releaseKey(aKeycode);
+    EXPECT_EQ(client.takeKeyPresses(), 0);
+    client.releaseKey(escapeKeycode);
+    EXPECT_TRUE(waitUntil([&] {
+        client.pressKey(aKeycode);
+        client.releaseKey(aKeycode);
+        return client.takeKeyPresses() > 0;
+    }));
+}
+
+TEST_P(WithAndWithout, OpensAgainAndAgain) {
+    for (int i = 0; i < 3; ++i) {
+        Overlay another;
+        another.open();
+        EXPECT_EQ(client.focusedWindow(), static_cast<xcb_window_t>(another.content.winId()));
+        EXPECT_TRUE(waitUntil([&] { return isOnTop(); }));
+        another.windows.orderOut(another.content);
+        EXPECT_TRUE(waitUntil([&] { return !isOnTop(); }));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(WindowManagers, WithAndWithout,
+                         testing::Values(WindowManager::none, WindowManager::openbox), nameOfWindowManager);
+
+TEST(OverlayWindowsOnX11, SurvivesTheWindowManagersRestart) {
+    X11Desktop desktop({.windowManager = WindowManager::openbox});
+    XcbClient client;
+    client.movePointer(300, 300);
+    Overlay overlay;
+    overlay.open();
+    const auto window = static_cast<xcb_window_t>(overlay.content.winId());
+    desktop.windowManager.reset();
+    desktop.startWindowManager();
+    const auto other = client.open({.area = {100, 50, 200, 100}});
+    client.raise(other);
+    EXPECT_TRUE(
+        waitUntil([&] { return client.focusedWindow() == window && overlay.isSeenAt(client, 150, 80); }));
+}
 
 } // namespace
 } // namespace glimmerly

@@ -1,14 +1,17 @@
 #pragma once
 
+#include "platform/x11/X11Properties.h"
 #include "tests/support/ProcessState.h"
 #include "tests/support/XvfbServer.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <gtest/gtest.h>
 
 #include <signal.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -56,6 +59,10 @@ inline bool waitUntil(const std::function<bool()>& condition, int seconds = 10) 
 
 enum class WindowManager { none, openbox };
 
+inline std::string nameOfWindowManager(const testing::TestParamInfo<WindowManager>& instance) {
+    return instance.param == WindowManager::none ? "none" : "openbox";
+}
+
 /// An X server with this process as a Qt program on it.
 class X11Desktop {
 public:
@@ -70,9 +77,12 @@ public:
         : server(options.screen), display_("DISPLAY", server.display().c_str()),
           platform_("QT_QPA_PLATFORM", "xcb"), scale_("QT_SCALE_FACTOR", options.scale) {
         if (options.windowManager == WindowManager::openbox)
-            windowManager.emplace(std::vector<std::string>{"openbox"});
+            startWindowManager();
         application.emplace(argumentCount_, arguments_);
     }
+
+    /// Waits until it manages windows.
+    void startWindowManager();
 
     XvfbServer server;
     std::optional<ChildProcess> windowManager;
@@ -88,5 +98,23 @@ private:
 public:
     std::optional<QApplication> application;
 };
+
+inline void X11Desktop::startWindowManager() {
+    windowManager.emplace(std::vector<std::string>{"openbox", "--sm-disable"});
+    const auto connection = X11Connection::open().value();
+    xcb_connection_t* const x = connection->get();
+    const xcb_window_t probe = xcb_generate_id(x);
+    xcb_create_window(x, XCB_COPY_FROM_PARENT, probe, connection->root(), 0, 0, 9, 9, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    const auto isManaged = [&] {
+        // Again and again: Openbox may overlook what it is asked while it starts.
+        xcb_map_window(x, probe);
+        const auto clients = connection->atom("_NET_CLIENT_LIST");
+        return std::ranges::count(x11_properties::values(*connection, connection->root(), clients), probe) >
+               0;
+    };
+    for (int tries = 0; !isManaged() && tries < 10'000; ++tries)
+        ::usleep(1000);
+}
 
 } // namespace glimmerly

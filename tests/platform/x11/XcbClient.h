@@ -20,7 +20,7 @@ public:
         bool overrideRedirect = false;
         std::uint32_t process = 1;
         std::string applicationClass = "Example";
-        std::string type; ///< the last part of a _NET_WM_WINDOW_TYPE
+        std::string type{}; ///< the last part of a _NET_WM_WINDOW_TYPE
     };
 
     XcbClient() : connection_(X11Connection::open().value()) {}
@@ -58,14 +58,31 @@ public:
         xcb_destroy_window(connection_->get(), window);
         sync();
     }
+    [[nodiscard]] bool hasMade(xcb_window_t window) const {
+        const auto& setup = *xcb_get_setup(connection_->get());
+        return (window & ~setup.resource_id_mask) == setup.resource_id_base;
+    }
+    void iconify(xcb_window_t window) {
+        xcb_client_message_event_t event{};
+        event.response_type = XCB_CLIENT_MESSAGE;
+        event.format = 32;
+        event.window = window;
+        event.type = connection_->atom("WM_CHANGE_STATE");
+        event.data.data32[0] = 3;
+        xcb_send_event(connection_->get(), 0, root(),
+                       XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                       reinterpret_cast<const char*>(&event));
+        sync();
+    }
     void raise(xcb_window_t window) {
         const std::uint32_t above = XCB_STACK_MODE_ABOVE;
         xcb_configure_window(connection_->get(), window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
         sync();
     }
-    void focus(xcb_window_t window) {
+    /// Tries to give it the keyboard; answers who has it then.
+    xcb_window_t focus(xcb_window_t window) {
         xcb_set_input_focus(connection_->get(), XCB_INPUT_FOCUS_POINTER_ROOT, window, XCB_CURRENT_TIME);
-        sync();
+        return focusedWindow();
     }
     [[nodiscard]] xcb_window_t focusedWindow() const {
         xcb_connection_t* const x = connection_->get();
@@ -113,8 +130,14 @@ public:
         const auto* first = xcb_query_tree_children(tree.get());
         return {first, first + tree->children_len};
     }
-    [[nodiscard]] xcb_window_t property(const char* nameOnRoot) const {
-        return x11_properties::value(*connection_, root(), connection_->atom(nameOnRoot));
+    /// The windows that the window manager names in a property of the root.
+    [[nodiscard]] std::vector<xcb_window_t> managed(const char* property) const {
+        return x11_properties::values(*connection_, root(), connection_->atom(property));
+    }
+    void setText(xcb_window_t window, const char* property, const std::string& text) {
+        xcb_change_property(connection_->get(), XCB_PROP_MODE_REPLACE, window, connection_->atom(property),
+                            XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(text.size()), text.data());
+        sync();
     }
     /// Waits until the server has carried out everything so far.
     void sync() const { static_cast<void>(focusedWindow()); }

@@ -1,6 +1,7 @@
 #include "overlay/ScreenshotOverlayController.h"
 
 #include "overlay/OverlayCanvasView.h"
+#include "platform/png/PngEncoder.h"
 #include "tests/support/FakeApplication.h"
 #include "tests/support/FakeOverlayWindows.h"
 #include "tests/support/FakePasteboard.h"
@@ -11,6 +12,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QTextEdit>
 #include <QWindow>
 #include <gmock/gmock.h>
@@ -37,6 +39,28 @@ protected:
         const auto path = directory.path() / name;
         writeContent(path, "not decoded here");
         return path;
+    }
+
+    std::filesystem::path newPicture() {
+        Bitmap picture({1280, 800});
+        for (int y = 0; y < picture.height(); ++y)
+            std::ranges::fill(picture.row(y), 0xff336699u);
+        const auto path = directory.path() / "picture.png";
+        const auto png = encodePng(picture, PngProfile::quick).value();
+        writeContent(path, {reinterpret_cast<const char*>(png.data()), png.size()});
+        return path;
+    }
+
+    /// Drags out a selection, in the window's points from the top left.
+    void select(QPointF from, QPointF to) {
+        QWidget* canvas = controller->window()->contentView();
+        const auto send = [&](QEvent::Type type, QPointF at, Qt::MouseButtons buttons) {
+            QMouseEvent event(type, at, at, at, Qt::LeftButton, buttons, Qt::NoModifier);
+            QCoreApplication::sendEvent(canvas, &event);
+        };
+        send(QEvent::MouseButtonPress, from, Qt::LeftButton);
+        send(QEvent::MouseMove, to, Qt::LeftButton);
+        send(QEvent::MouseButtonRelease, to, Qt::NoButton);
     }
 
     /// Sends a key press the way the desktop does: to the window, not to a widget. True when it got through
@@ -191,7 +215,36 @@ TEST_F(ScreenshotOverlayControllerTest, EscapeClosesAlsoWhileTyping) {
     EXPECT_EQ(controller->window(), nullptr);
 }
 
-TEST_F(ScreenshotOverlayControllerTest, ReturnCopiesUnlessTextIsTyped) {
+TEST_F(ScreenshotOverlayControllerTest, ReturnCopiesTheSelectionAndCloses) {
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
+        const auto file = newPicture();
+        controller->presentOverlay(file);
+        select({100, 100}, {140, 130});
+        EXPECT_FALSE(press(key));
+        EXPECT_EQ(controller->window(), nullptr);
+        EXPECT_FALSE(exists(file));
+        ASSERT_TRUE(pasteboard.image);
+        EXPECT_EQ(pasteboard.image->size(), (PixelSize{40, 30}));
+        pasteboard.image.reset();
+    }
+    EXPECT_FALSE(controller->copyAndDismiss()) << "no overlay is open";
+}
+
+TEST_F(ScreenshotOverlayControllerTest, ARefusedCopyLeavesEverythingAsItWas) {
+    const auto file = newPicture();
+    controller->presentOverlay(file);
+    select({100, 100}, {140, 130});
+    pasteboard.outcome = PasteboardOutcome::refused;
+    EXPECT_FALSE(controller->copyAndDismiss());
+    EXPECT_EQ(log.withMessage(copyFailure).size(), 1u);
+    EXPECT_TRUE(exists(file));
+
+    pasteboard.outcome = PasteboardOutcome::written;
+    EXPECT_TRUE(controller->copyAndDismiss()) << "the user may try again";
+    EXPECT_EQ(pasteboard.image->size(), (PixelSize{40, 30}));
+}
+
+TEST_F(ScreenshotOverlayControllerTest, ReturnWithoutASelectionCopiesNothingNorDoesItWhileTyping) {
     controller->presentOverlay(newCaptureFile());
     EXPECT_FALSE(press(Qt::Key_Return)) << "swallowed although there is nothing to copy";
     EXPECT_FALSE(press(Qt::Key_Enter));

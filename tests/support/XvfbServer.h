@@ -10,6 +10,7 @@
 #include <chrono>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace glimmerly {
 
@@ -17,8 +18,10 @@ namespace glimmerly {
 /// with this object, and with the thread that started it.
 class XvfbServer {
 public:
-    /// `screen` is width × height × depth, as in "1920x1080x24".
-    explicit XvfbServer(const std::string& screen = "1280x1024x24") {
+    /// `screen` is width × height × depth, as in "1920x1080x24"; `options` are more words of its command
+    /// line.
+    explicit XvfbServer(const std::string& screen = "1280x1024x24",
+                        const std::vector<std::string>& options = {}) {
         int announcement[2];
         if (::pipe(announcement) != 0)
             throw std::runtime_error("no pipe for Xvfb");
@@ -27,8 +30,14 @@ public:
             ::prctl(PR_SET_PDEATHSIG, SIGTERM);
             ::close(announcement[0]);
             const std::string fd = std::to_string(announcement[1]);
-            ::execlp("Xvfb", "Xvfb", "-displayfd", fd.c_str(), "-screen", "0", screen.c_str(), "-noreset",
-                     "-nolisten", "tcp", static_cast<char*>(nullptr));
+            std::vector<std::string> words{"Xvfb", "-displayfd", fd,          "-screen", "0",
+                                           screen, "-noreset",   "-nolisten", "tcp"};
+            words.insert(words.end(), options.begin(), options.end());
+            std::vector<char*> arguments;
+            for (auto& word : words)
+                arguments.push_back(word.data());
+            arguments.push_back(nullptr);
+            ::execvp(arguments[0], arguments.data());
             ::_exit(127);
         }
         ::close(announcement[1]);

@@ -69,12 +69,13 @@ public:
     struct Options {
         WindowManager windowManager = WindowManager::none;
         const char* scale = nullptr;
-        std::string screen = "640x481x24"; ///< as XvfbServer's
+        std::string screen = "640x481x24"; ///< as XvfbServer's, like the next
+        std::vector<std::string> serverOptions = {};
     };
 
     X11Desktop() : X11Desktop(Options{}) {}
     explicit X11Desktop(const Options& options)
-        : server(options.screen), display_("DISPLAY", server.display().c_str()),
+        : server(options.screen, options.serverOptions), display_("DISPLAY", server.display().c_str()),
           platform_("QT_QPA_PLATFORM", "xcb"), scale_("QT_SCALE_FACTOR", options.scale) {
         if (options.windowManager == WindowManager::openbox)
             startWindowManager();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Clock.h"
+#include "capture/OverlayPresenter.h"
 #include "overlay/KeyDownMonitor.h"
 #include "overlay/OverlayKeyWindow.h"
 
@@ -34,7 +35,7 @@ struct OverlayControllerServices {
 
 /// Shows a finished capture over its whole display and ends that overlay again. While it is open the
 /// controller owns the capture file and remembers which application to go back to. Main thread only.
-class ScreenshotOverlayController : public QObject {
+class ScreenshotOverlayController : public QObject, public OverlayPresenter {
 public:
     explicit ScreenshotOverlayController(OverlayControllerServices services);
     ~ScreenshotOverlayController() override;
@@ -43,10 +44,10 @@ public:
 
     /// Shows the overlay for the capture file at `captureImageURL` on the display under the mouse, in place
     /// of any earlier one. Without a display there is nothing to show it on: the file is deleted at once.
-    void presentOverlay(const std::filesystem::path& captureImageURL);
+    void presentOverlay(const std::filesystem::path& captureImageURL) override;
     /// Takes the overlay down, activates the application remembered and deletes the capture file. Does
     /// nothing when no overlay is open.
-    void closeOverlay();
+    void closeOverlay() override;
     /// Copies the selection to the pasteboard and closes. False, with the overlay open as it was, while text
     /// is being typed or when the copy fails.
     bool copyAndDismiss();

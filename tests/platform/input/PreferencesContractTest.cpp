@@ -1,0 +1,139 @@
+#include "hotkeys/HotkeySettings.h"
+#include "platform/qt/QtPreferences.h"
+#include "tests/support/FakePreferences.h"
+#include "tests/support/LogCapture.h"
+#include "tests/support/ProcessState.h"
+#include "tests/support/ScratchDirectory.h"
+
+#include <gtest/gtest.h>
+
+namespace glimmerly {
+namespace {
+
+using Maker = std::unique_ptr<Preferences> (*)(const std::filesystem::path& file);
+
+class PreferencesContract : public testing::TestWithParam<std::pair<const char*, Maker>> {
+protected:
+    ScratchDirectory scratch;
+    std::unique_ptr<Preferences> preferences = GetParam().second(scratch.path() / "app" / "preferences.ini");
+};
+
+TEST_P(PreferencesContract, KeepBytesUnderTheirKeys) {
+    EXPECT_EQ(preferences->data("a"), std::nullopt);
+    const std::string everyByte = [] {
+        std::string bytes;
+        for (int byte = 0; byte < 256; ++byte)
+            bytes += static_cast<char>(byte);
+        return bytes;
+    }();
+    for (const std::string& bytes : {std::string("[0,12]"), std::string(), everyByte}) {
+        preferences->setData("a", bytes);
+        EXPECT_EQ(preferences->data("a"), bytes);
+    }
+    preferences->setData("b", "two");
+    preferences->remove("a");
+    preferences->remove("a");
+    EXPECT_EQ(preferences->data("a"), std::nullopt);
+    EXPECT_EQ(preferences->data("b"), "two");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , PreferencesContract,
+    testing::Values(
+        std::pair<const char*, Maker>{"Fake",
+                                      [](const std::filesystem::path&) -> std::unique_ptr<Preferences> {
+                                          return std::make_unique<FakePreferences>();
+                                      }},
+        std::pair<const char*, Maker>{"Qt",
+                                      [](const std::filesystem::path& file) -> std::unique_ptr<Preferences> {
+                                          return std::make_unique<QtPreferences>(file);
+                                      }}),
+    [](const auto& parameter) { return std::string(parameter.param.first); });
+
+class QtPreferencesTest : public testing::Test {
+protected:
+    std::optional<std::string> reread(const char* key) const { return QtPreferences(file).data(key); }
+
+    ScratchDirectory scratch;
+    const std::filesystem::path file = scratch.path() / "config" / "app" / "preferences.ini";
+};
+
+TEST_F(QtPreferencesTest, LieInTheConfigurationDirectory) {
+    const ScopedEnvironment config("XDG_CONFIG_HOME", "/somewhere");
+    EXPECT_EQ(preferencesFile(), "/somewhere/app.glimmerly.Glimmerly/preferences.ini");
+}
+
+TEST_F(QtPreferencesTest, AreOnDiskAtOnceInTheFormThatOthersRead) {
+    QtPreferences preferences(file);
+    preferences.setData("screenshotGlobalHotkey", "[0,12]");
+    EXPECT_EQ(reread("screenshotGlobalHotkey"), "[0,12]");
+    EXPECT_EQ(contentOf(file), "[General]\nscreenshotGlobalHotkey=\"@ByteArray([0,12])\"\n");
+    preferences.remove("screenshotGlobalHotkey");
+    EXPECT_EQ(reread("screenshotGlobalHotkey"), std::nullopt);
+}
+
+TEST_F(QtPreferencesTest, AreTheirOwnersAloneWhateverTheUmask) {
+    for (const mode_t mask : {0U, 077U, 0777U}) {
+        const ScopedUmask umask(mask);
+        std::filesystem::remove_all(scratch.path() / "config");
+        QtPreferences preferences(file);
+        EXPECT_EQ(modeOf(file), 0600U);
+        preferences.setData("a", "1");
+        preferences.setData("a", "2");
+        EXPECT_EQ(modeOf(file), 0600U);
+        EXPECT_EQ(modeOf(file.parent_path()), 0700U);
+        EXPECT_EQ(reread("a"), "2");
+    }
+}
+
+TEST_F(QtPreferencesTest, TightenWhatAnEarlierHandLeftOpen) {
+    std::filesystem::create_directories(file.parent_path());
+    writeContent(file, "[General]\na=@ByteArray(1)\n");
+    std::filesystem::permissions(file, std::filesystem::perms(0666));
+    QtPreferences preferences(file);
+    EXPECT_EQ(preferences.data("a"), "1");
+    EXPECT_EQ(modeOf(file), 0600U);
+    preferences.setData("a", "2");
+    EXPECT_EQ(modeOf(file), 0600U);
+    EXPECT_EQ(modeOf(file.parent_path()), 0700U);
+}
+
+TEST_F(QtPreferencesTest, ReadWhatAPersonTypedIn) {
+    std::filesystem::create_directories(file.parent_path());
+    for (const char* typed : {"[49,9]", "\"[49,9]\"", "@ByteArray([49,9])"}) {
+        writeContent(file, std::string("[General]\nscreenshotGlobalHotkey=") + typed + "\n");
+        EXPECT_EQ(reread("screenshotGlobalHotkey"), "[49,9]") << typed;
+    }
+}
+
+TEST_F(QtPreferencesTest, SurviveACorruptFile) {
+    std::filesystem::create_directories(file.parent_path());
+    const std::string garbage[] = {std::string("\0\xFF\xFE[[[=\n\n=;\"", 12),
+                                   "[General\nscreenshotGlobalHotkey=", "screenshotGlobalHotkey=@ByteArray(",
+                                   std::string(100'000, '\\'),
+                                   "[General]\nscreenshotGlobalHotkey=@Variant(\\0\\0\\0\\xff)"};
+    for (const std::string& bytes : garbage) {
+        const LogCapture log;
+        NotificationCenter notifications;
+        writeContent(file, bytes);
+        QtPreferences preferences(file);
+        const HotkeySettings settings(preferences, notifications);
+        EXPECT_EQ(settings.keyCombination(), HotkeySettings::defaultCombination);
+        EXPECT_EQ(reread("screenshotGlobalHotkey"), "[0,12]") << bytes.substr(0, 60);
+        EXPECT_EQ(modeOf(file), 0600U);
+    }
+}
+
+TEST_F(QtPreferencesTest, WithoutAFileNothingIsKeptAndNothingFails) {
+    QtPreferences nowhere{std::nullopt};
+    nowhere.setData("a", "1");
+    nowhere.remove("a");
+    EXPECT_EQ(nowhere.data("a"), std::nullopt);
+    writeContent(scratch.path() / "config", "a file where the directory should be");
+    QtPreferences blocked(file);
+    blocked.setData("a", "1");
+    EXPECT_EQ(blocked.data("a"), "1");
+}
+
+} // namespace
+} // namespace glimmerly

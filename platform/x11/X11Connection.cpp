@@ -31,6 +31,11 @@ xcb_atom_t X11Connection::atom(std::string_view name) const {
     return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
 }
 
+void X11Connection::sync() const {
+    const XcbOwned<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
+}
+
 Error x11Error(const xcb_generic_error_t* error, std::string_view what) {
     if (!error)
         return {std::string(domain), -1, std::string(what) + ": the X server has gone."};

@@ -30,6 +30,8 @@ public:
     [[nodiscard]] xcb_window_t root() const { return screen_->root; }
     /// The number for `name`, made if it is new; XCB_ATOM_NONE when the server has gone.
     [[nodiscard]] xcb_atom_t atom(std::string_view name) const;
+    /// Waits until the server has done everything that was asked of it on this connection.
+    void sync() const;
 
 private:
     X11Connection(xcb_connection_t* connection, const xcb_screen_t* screen)

@@ -8,15 +8,15 @@ X11EventSource::X11EventSource(X11Connection& connection, Handler handler)
     : connection_(connection), handler_(std::move(handler)),
       notifier_(xcb_get_file_descriptor(connection.get()), QSocketNotifier::Read) {
     QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_, [this] { drain(Reading::socket); });
-    // Waiting for a reply moves events from the socket into XCB's queue, where no notifier sees them.
-    QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock,
-                     &notifier_, [this] { drain(Reading::queueOnly); });
+    // Waiting for a reply moves events from the socket into XCB's queue, where no notifier sees them. The
+    // main loop tells of each turn by one of these signals, the first if it is about to wait.
+    auto* const mainLoop = QAbstractEventDispatcher::instance();
+    for (const auto turn : {&QAbstractEventDispatcher::aboutToBlock, &QAbstractEventDispatcher::awake})
+        QObject::connect(mainLoop, turn, &notifier_, [this] { drain(Reading::queueOnly); });
 }
 
 void X11EventSource::catchUp() {
-    const auto cookie = xcb_get_input_focus(connection_.get());
-    const XcbOwned<xcb_get_input_focus_reply_t> reply(
-        xcb_get_input_focus_reply(connection_.get(), cookie, nullptr));
+    connection_.sync();
     drain(Reading::queueOnly);
 }
 

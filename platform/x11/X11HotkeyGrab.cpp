@@ -41,7 +41,8 @@ X11HotkeyGrab::~X11HotkeyGrab() {
         for (const std::uint16_t modifiers : variants_)
             xcb_ungrab_key(connection_.get(), keycode, connection_.root(), modifiers);
     }
-    xcb_flush(connection_.get());
+    // Whoever is told that it is free must be able to take it.
+    connection_.sync();
 }
 
 } // namespace glimmerly

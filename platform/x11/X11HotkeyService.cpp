@@ -179,13 +179,9 @@ void X11HotkeyService::handleGrabbedPress(const xcb_key_press_event_t& event) {
         watchReleases(Releases::watched);
     // The grab would last until the key is released, and the overlay needs the keyboard at once.
     xcb_ungrab_keyboard(connection_->get(), XCB_CURRENT_TIME);
-    if (!isFirst) {
-        xcb_flush(connection_->get());
-        return;
-    }
-    const XcbOwned<xcb_get_input_focus_reply_t> hasLetGo(
-        xcb_get_input_focus_reply(connection_->get(), xcb_get_input_focus(connection_->get()), nullptr));
-    deliver(registration->identifier);
+    connection_->sync();
+    if (isFirst)
+        deliver(registration->identifier);
 }
 
 bool X11HotkeyService::nativeEventFilter(const QByteArray& type, void* message, qintptr* /*result*/) {

@@ -38,7 +38,7 @@ public:
     /// Sets exactly these modifiers as locked, and the keyboard group.
     void lock(std::uint8_t modifiers, std::uint8_t group) {
         xcb_xkb_latch_lock_state(get(), XCB_XKB_ID_USE_CORE_KBD, 0xFF, modifiers, 1, group, 0, 0, 0);
-        finish();
+        connection_->sync();
     }
     [[nodiscard]] bool isDown(std::int64_t key) const {
         const XcbOwned<xcb_query_keymap_reply_t> keymap(
@@ -62,14 +62,8 @@ private:
     [[nodiscard]] xcb_connection_t* get() const { return connection_->get(); }
     void fake(std::uint8_t type, std::int64_t key) {
         xcb_test_fake_input(get(), type, keycode(key), XCB_CURRENT_TIME, connection_->root(), 0, 0, 0);
-        finish();
+        connection_->sync();
     }
-    /// Waits until the server has done it.
-    void finish() {
-        const XcbOwned<xcb_get_input_focus_reply_t> done(
-            xcb_get_input_focus_reply(get(), xcb_get_input_focus(get()), nullptr));
-    }
-
     std::unique_ptr<X11Connection> connection_;
 };
 

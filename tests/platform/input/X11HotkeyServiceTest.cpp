@@ -1,0 +1,341 @@
+#include "platform/x11/X11HotkeyService.h"
+
+#include "TestKeyboard.h"
+#include "tests/support/ProcessState.h"
+#include "tests/support/XvfbServer.h"
+
+#include <QAbstractEventDispatcher>
+#include <QKeyEvent>
+#include <QTest>
+#include <QWindow>
+#include <gtest/gtest.h>
+
+namespace glimmerly {
+namespace {
+
+constexpr std::uint32_t shiftCommand = hotkey_modifier::shift | hotkey_modifier::command;
+constexpr HotkeyIdentifier ours{0x474C4D52, 1};
+constexpr int bound = 10'000; // milliseconds
+
+/// A client of the server as any other program is one.
+class OtherProgram {
+public:
+    /// True when it now holds the key with exactly these modifiers.
+    bool grabKey(std::int64_t key, int modifiers) {
+        const auto request =
+            xcb_grab_key_checked(get(), 0, connection_->root(), static_cast<std::uint16_t>(modifiers),
+                                 TestKeyboard::keycode(key), XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+        return !XcbOwned<xcb_generic_error_t>(xcb_request_check(get(), request));
+    }
+    void ungrabKey(std::int64_t key) {
+        xcb_request_check(get(), xcb_ungrab_key_checked(get(), TestKeyboard::keycode(key),
+                                                        connection_->root(), XCB_MOD_MASK_ANY));
+    }
+    /// Takes the whole keyboard, as an overlay does; the server's status.
+    int grabKeyboard() {
+        const auto request = xcb_grab_keyboard(get(), 0, connection_->root(), XCB_CURRENT_TIME,
+                                               XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+        const XcbOwned<xcb_grab_keyboard_reply_t> reply(xcb_grab_keyboard_reply(get(), request, nullptr));
+        return reply->status;
+    }
+
+    /// Opens a window with the focus and counts how often a key grab takes the keyboard away from it.
+    void watchGrabs() {
+        const std::uint32_t values[] = {1, XCB_EVENT_MASK_FOCUS_CHANGE};
+        const xcb_window_t window = xcb_generate_id(get());
+        xcb_create_window(get(), XCB_COPY_FROM_PARENT, window, connection_->root(), 0, 0, 10, 10, 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                          XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
+        xcb_map_window(get(), window);
+        xcb_request_check(get(), xcb_set_input_focus_checked(get(), XCB_INPUT_FOCUS_POINTER_ROOT, window,
+                                                             XCB_CURRENT_TIME));
+    }
+    int grabsSeen() {
+        while (const XcbOwned<xcb_generic_event_t> event{xcb_poll_for_event(get())}) {
+            if ((event->response_type & 0x7F) == XCB_FOCUS_OUT &&
+                reinterpret_cast<xcb_focus_out_event_t*>(event.get())->mode == XCB_NOTIFY_MODE_GRAB)
+                ++grabsSeen_;
+        }
+        return grabsSeen_;
+    }
+
+private:
+    [[nodiscard]] xcb_connection_t* get() const { return connection_->get(); }
+
+    std::unique_ptr<X11Connection> connection_ = X11Connection::open().value();
+    int grabsSeen_ = 0;
+};
+
+class X11HotkeyServiceTest : public testing::Test {
+protected:
+    X11HotkeyServiceTest() {
+        std::ignore = service->installHandler([this](const HotkeyEvent*) {
+            ++presses;
+            if (onPress)
+                onPress();
+            return hotkey_status::success;
+        });
+    }
+
+    HotkeyService::Answer<HotkeyService::HotkeyRef> registerA(std::uint32_t flags = shiftCommand) {
+        return service->registerHotkey(virtual_key::ansiA, flags, ours);
+    }
+    void holdModifiers() {
+        keyboard.down(TestKeyboard::superKey);
+        keyboard.down(TestKeyboard::shiftKey);
+    }
+    void releaseModifiers() {
+        keyboard.up(TestKeyboard::shiftKey);
+        keyboard.up(TestKeyboard::superKey);
+    }
+    void pressHotkey() {
+        holdModifiers();
+        keyboard.tap(virtual_key::ansiA);
+        releaseModifiers();
+    }
+    bool waitForPresses(int count) {
+        return QTest::qWaitFor([&] { return presses >= count; }, bound);
+    }
+    /// Presses until one is heard: the service may still have to learn how the keyboard has changed.
+    bool eventuallyWorks(const std::function<void()>& press) {
+        presses = 0;
+        return QTest::qWaitFor(
+            [&] {
+                press();
+                QCoreApplication::processEvents();
+                return presses > 0;
+            },
+            bound);
+    }
+
+    TestKeyboard keyboard;
+    std::unique_ptr<X11HotkeyService> service = X11HotkeyService::open().value();
+    std::function<void()> onPress;
+    int presses = 0;
+};
+
+TEST_F(X11HotkeyServiceTest, LockKeysAndGroupsDoNotMatter) {
+    TestKeyboard::setLayout("-layout us,ru");
+    ASSERT_EQ(registerA().status, hotkey_status::success);
+    // Caps Lock, Num Lock and the bit shared by Mode_switch and AltGr, in each combination.
+    constexpr unsigned locks = XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2 | XCB_MOD_MASK_5;
+    for (unsigned locked = 0; locked <= locks; ++locked) {
+        if ((locked & ~locks) != 0)
+            continue;
+        for (const unsigned group : {0U, 1U}) {
+            keyboard.lock(static_cast<std::uint8_t>(locked), static_cast<std::uint8_t>(group));
+            presses = 0;
+            pressHotkey();
+            EXPECT_TRUE(waitForPresses(1)) << "locked " << locked << " group " << group;
+        }
+    }
+    keyboard.lock(0, 0);
+}
+
+TEST_F(X11HotkeyServiceTest, RealLockKeysDoNotMatter) {
+    ASSERT_EQ(registerA().status, hotkey_status::success);
+    keyboard.tap(TestKeyboard::capsLock);
+    keyboard.tap(TestKeyboard::numLock);
+    pressHotkey();
+    EXPECT_TRUE(waitForPresses(1));
+}
+
+TEST_F(X11HotkeyServiceTest, AScrollLockModifierIsFoundWhereverItIs) {
+    TestKeyboard::run("xmodmap -e 'add mod3 = Scroll_Lock'");
+    ASSERT_EQ(registerA().status, hotkey_status::success);
+    keyboard.lock(XCB_MOD_MASK_3, 0);
+    EXPECT_TRUE(eventuallyWorks([&] { pressHotkey(); }));
+    TestKeyboard::run("xmodmap -e 'clear mod3'");
+}
+
+TEST_F(X11HotkeyServiceTest, TheKeyStaysWhereItIsOnOtherLayouts) {
+    ASSERT_EQ(registerA().status, hotkey_status::success);
+    for (const char* layout : {"-layout fr", "-layout ru", "-layout us -variant dvorak"}) {
+        TestKeyboard::setLayout(layout);
+        EXPECT_TRUE(eventuallyWorks([&] { pressHotkey(); })) << layout;
+    }
+}
+
+TEST_F(X11HotkeyServiceTest, FollowsModifiersToOtherKeys) {
+    ASSERT_EQ(registerA().status, hotkey_status::success);
+    TestKeyboard::setLayout("-layout us -option altwin:swap_alt_win");
+    EXPECT_TRUE(eventuallyWorks([&] {
+        keyboard.down(TestKeyboard::altKey);
+        keyboard.down(TestKeyboard::shiftKey);
+        keyboard.tap(virtual_key::ansiA);
+        keyboard.up(TestKeyboard::shiftKey);
+        keyboard.up(TestKeyboard::altKey);
+    }));
+    TestKeyboard::run(
+        "xmodmap -e 'clear mod4' -e 'clear mod1' -e 'add mod1 = Super_L' -e 'add mod4 = Alt_L'");
+    EXPECT_TRUE(eventuallyWorks([&] {
+        keyboard.down(TestKeyboard::altKey);
+        keyboard.down(TestKeyboard::shiftKey);
+        keyboard.tap(virtual_key::ansiA);
+        keyboard.up(TestKeyboard::shiftKey);
+        keyboard.up(TestKeyboard::altKey);
+    })) << "Super on another modifier bit";
+}
+
+TEST_F(X11HotkeyServiceTest, AnotherProgramsGrabOfAnyVariantIsReported) {
+    constexpr int shiftSuper = XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_4;
+    OtherProgram other;
+    OtherProgram third;
+    for (const int lock : {0, int{XCB_MOD_MASK_LOCK}, XCB_MOD_MASK_2 | XCB_MOD_MASK_LOCK}) {
+        ASSERT_TRUE(other.grabKey(virtual_key::ansiA, shiftSuper | lock));
+        const auto answer = registerA();
+        EXPECT_EQ(answer.status, hotkey_status::hotkeyExists);
+        EXPECT_EQ(answer.ref, 0U);
+        // No variant is left held.
+        EXPECT_TRUE(third.grabKey(virtual_key::ansiA, shiftSuper | (lock ^ XCB_MOD_MASK_2)));
+        third.ungrabKey(virtual_key::ansiA);
+        other.ungrabKey(virtual_key::ansiA);
+    }
+    ASSERT_EQ(registerA().status, hotkey_status::success);
+    EXPECT_FALSE(other.grabKey(virtual_key::ansiA, shiftSuper));
+    pressHotkey();
+    EXPECT_TRUE(waitForPresses(1));
+}
+
+TEST_F(X11HotkeyServiceTest, PrintScreenAnswersToItsOwnName) {
+    ASSERT_EQ(service->registerHotkey(105, 0, ours).status, hotkey_status::success);
+    OtherProgram other;
+    EXPECT_FALSE(other.grabKey(105, 0)) << "F13 itself";
+    TestKeyboard::run("xdotool key Print");
+    EXPECT_TRUE(waitForPresses(1));
+}
+
+TEST_F(X11HotkeyServiceTest, TheOverlayCanTakeTheKeyboardWhileTheKeyIsDown) {
+    OtherProgram overlay;
+    int status = -1;
+    bool isStillDown = false;
+    onPress = [&] {
+        status = overlay.grabKeyboard();
+        isStillDown = keyboard.isDown(virtual_key::ansiA);
+    };
+    ASSERT_EQ(registerA().status, hotkey_status::success);
+    holdModifiers();
+    keyboard.down(virtual_key::ansiA);
+    EXPECT_TRUE(waitForPresses(1));
+    EXPECT_EQ(status, XCB_GRAB_STATUS_SUCCESS);
+    EXPECT_TRUE(isStillDown);
+    keyboard.up(virtual_key::ansiA);
+    releaseModifiers();
+}
+
+TEST_F(X11HotkeyServiceTest, AHeldKeyIsOnePress) {
+    TestKeyboard::run("xset r rate 30 100");
+    OtherProgram other;
+    other.watchGrabs();
+    ASSERT_EQ(registerA().status, hotkey_status::success);
+    for (int round = 1; round <= 3; ++round) {
+        const int grabsBefore = other.grabsSeen();
+        holdModifiers();
+        keyboard.down(virtual_key::ansiA);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return other.grabsSeen() - grabsBefore >= 10; }, bound))
+            << "the key repeats";
+        keyboard.up(virtual_key::ansiA);
+        releaseModifiers();
+        EXPECT_EQ(presses, round);
+    }
+    // However busy the program was meanwhile.
+    holdModifiers();
+    keyboard.down(virtual_key::ansiA);
+    QTest::qSleep(200);
+    keyboard.up(virtual_key::ansiA);
+    releaseModifiers();
+    pressHotkey();
+    EXPECT_TRUE(waitForPresses(5));
+    EXPECT_EQ(presses, 5);
+    TestKeyboard::run("xset r rate");
+}
+
+TEST_F(X11HotkeyServiceTest, ARunOfTapsIsHeardTapByTap) {
+    ASSERT_EQ(registerA().status, hotkey_status::success);
+    for (int i = 1; i <= 20; ++i) {
+        pressHotkey();
+        if (i % 3 == 0)
+            QCoreApplication::processEvents();
+    }
+    EXPECT_TRUE(waitForPresses(20));
+    EXPECT_EQ(presses, 20);
+}
+
+/// Counts the presses of a key that reach Qt from the server, repeats included.
+class QtPressCounter : public QAbstractNativeEventFilter {
+public:
+    explicit QtPressCounter(std::int64_t key) : keycode_(TestKeyboard::keycode(key)) {
+        QCoreApplication::instance()->installNativeEventFilter(this);
+    }
+    bool nativeEventFilter(const QByteArray&, void* message, qintptr*) override {
+        const auto* event = static_cast<const xcb_key_press_event_t*>(message);
+        if (event->response_type == XCB_KEY_PRESS && event->detail == keycode_)
+            ++count;
+        return false;
+    }
+    int count = 0;
+
+private:
+    xcb_keycode_t keycode_;
+};
+
+class KeyboardWindow : public QWindow {
+public:
+    std::vector<int> keys;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override { keys.push_back(event->key()); }
+};
+
+TEST_F(X11HotkeyServiceTest, WorksWhileAWindowOfOurOwnHoldsTheKeyboard) {
+    TestKeyboard::run("xset r rate 30 100");
+    KeyboardWindow window;
+    window.setFlags(Qt::BypassWindowManagerHint);
+    window.setGeometry(0, 0, 100, 100);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    ASSERT_TRUE(window.setKeyboardGrabEnabled(true));
+    ASSERT_EQ(registerA().status, hotkey_status::success);
+    QtPressCounter counter(virtual_key::ansiA);
+    for (int round = 1; round <= 3; ++round) {
+        counter.count = 0;
+        holdModifiers();
+        keyboard.down(virtual_key::ansiA);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return counter.count >= 10; }, bound)) << "the key repeats";
+        keyboard.up(virtual_key::ansiA);
+        releaseModifiers();
+        keyboard.tap(virtual_key::escape);
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] { return std::ranges::count(window.keys, int{Qt::Key_Escape}) == round; }, bound));
+        EXPECT_EQ(presses, round);
+    }
+    EXPECT_EQ(std::ranges::count(window.keys, int{Qt::Key_A}), 0);
+    keyboard.tap(virtual_key::ansiA);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return std::ranges::count(window.keys, int{Qt::Key_A}) == 1; }, bound))
+        << "typing goes to the window";
+    window.setKeyboardGrabEnabled(false);
+    QTest::qWait(5); // no hand presses a key again within a millisecond of the server's clock
+    pressHotkey();
+    EXPECT_TRUE(waitForPresses(4)) << "and without the keyboard it is a grab again";
+    TestKeyboard::run("xset r rate");
+}
+
+TEST_F(X11HotkeyServiceTest, SurvivesTheServer) {
+    XvfbServer doomed("640x480x24");
+    const ScopedEnvironment display("DISPLAY", doomed.display().c_str());
+    const auto orphan = X11HotkeyService::open().value();
+    const auto ref = orphan->registerHotkey(virtual_key::ansiA, shiftCommand, ours).ref;
+    doomed.kill();
+    int turns = 0;
+    const auto counting = QObject::connect(QAbstractEventDispatcher::instance(),
+                                           &QAbstractEventDispatcher::aboutToBlock, [&] { ++turns; });
+    QTest::qWait(200);
+    QObject::disconnect(counting);
+    EXPECT_LT(turns, 100) << "a lost connection must not keep the main loop busy";
+    EXPECT_EQ(orphan->registerHotkey(0, 0, ours).status, hotkey_status::serviceUnavailable);
+    EXPECT_EQ(orphan->unregisterHotkey(ref), hotkey_status::success);
+    EXPECT_FALSE(X11HotkeyService::open());
+}
+
+} // namespace
+} // namespace glimmerly

@@ -31,7 +31,10 @@ public:
             throw std::runtime_error("no scratch directory at " + name);
         path_ = name;
     }
-    ~ScratchDirectory() { std::filesystem::remove_all(path_); }
+    ~ScratchDirectory() {
+        std::error_code stillBusy;
+        std::filesystem::remove_all(path_, stillBusy);
+    }
     ScratchDirectory(const ScratchDirectory&) = delete;
     ScratchDirectory& operator=(const ScratchDirectory&) = delete;
 

@@ -8,10 +8,10 @@ namespace glimmerly {
 
 /// What the program knows of its own bundle; an entry that is missing or not a string is none.
 struct BundleInfo {
-    std::optional<std::string> name;         ///< "CFBundleName"
-    std::optional<std::string> shortVersion; ///< "CFBundleShortVersionString"
-    std::optional<std::string> version;      ///< "CFBundleVersion"
-    std::optional<std::string> identifier;
+    std::optional<std::string> name{};         ///< "CFBundleName"
+    std::optional<std::string> shortVersion{}; ///< "CFBundleShortVersionString"
+    std::optional<std::string> version{};      ///< "CFBundleVersion"
+    std::optional<std::string> identifier{};
 
     /// "CFBundleName", else "Glimmerly".
     [[nodiscard]] std::string applicationName() const;

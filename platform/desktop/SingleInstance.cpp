@@ -1,5 +1,7 @@
 #include "platform/desktop/SingleInstance.h"
 
+#include "platform/files/Directories.h"
+
 #include <QSocketNotifier>
 
 #include <fcntl.h>
@@ -127,6 +129,13 @@ Result<std::optional<SingleInstance>> SingleInstance::claim(const fs::path& dire
         std::this_thread::sleep_for(retryInterval);
     }
     return failure(Error::posix(ETIMEDOUT, "The running program neither answers nor ends"));
+}
+
+Result<std::optional<SingleInstance>> SingleInstance::claim() {
+    const auto directory = temporaryDirectory();
+    if (!directory)
+        return failure(directory.error());
+    return claim(*directory, displaySessionName());
 }
 
 SingleInstance::SingleInstance(FileDescriptor directory, FileDescriptor lock, FileDescriptor listener,

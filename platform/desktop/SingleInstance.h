@@ -23,6 +23,8 @@ public:
     /// Waits for a process that is just starting or ending, at most 5 seconds.
     [[nodiscard]] static Result<std::optional<SingleInstance>> claim(const std::filesystem::path& directory,
                                                                      std::string_view session);
+    /// The same for this user and the display session that the environment names.
+    [[nodiscard]] static Result<std::optional<SingleInstance>> claim();
 
     SingleInstance(SingleInstance&&) noexcept;
     SingleInstance& operator=(SingleInstance&&) = delete;

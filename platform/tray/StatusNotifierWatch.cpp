@@ -32,6 +32,8 @@ StatusNotifierWatch::StatusNotifierWatch(const QDBusConnection& bus, std::functi
     askForHost();
 }
 
+StatusNotifierWatch::~StatusNotifierWatch() = default;
+
 void StatusNotifierWatch::registerItem() {
     auto call = QDBusMessage::createMethodCall(service, path, service, "RegisterStatusNotifierItem");
     call << bus_.baseService();
@@ -39,6 +41,7 @@ void StatusNotifierWatch::registerItem() {
 }
 
 void StatusNotifierWatch::ownerChanged(const QString& newOwner) {
+    question_.reset();
     if (newOwner.isEmpty())
         changed_(Host::absent);
     else
@@ -50,10 +53,10 @@ void StatusNotifierWatch::askForHost() {
     auto call = QDBusMessage::createMethodCall(service, path, "org.freedesktop.DBus.Properties", "Get");
     call << service << "IsStatusNotifierHostRegistered";
     call.setAutoStartService(false);
-    auto* answer = new QDBusPendingCallWatcher(bus_.asyncCall(call, answerTimeout), this);
-    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
-        answer->deleteLater();
-        const QDBusPendingReply<QDBusVariant> reply = *answer;
+    // In place of an earlier question that is still open.
+    question_ = std::make_unique<QDBusPendingCallWatcher>(bus_.asyncCall(call, answerTimeout));
+    connect(question_.get(), &QDBusPendingCallWatcher::finished, this, [this] {
+        const QDBusPendingReply<QDBusVariant> reply = *question_;
         const bool hosted = !reply.isError() && reply.value().variant().toBool();
         changed_(hosted ? Host::present : Host::absent);
     });

@@ -5,6 +5,9 @@
 #include <QObject>
 
 #include <functional>
+#include <memory>
+
+class QDBusPendingCallWatcher;
 
 namespace glimmerly {
 
@@ -18,6 +21,7 @@ public:
     /// `changed` runs once it is known what the bus offers, and whenever that changes; also when one host
     /// takes another's place, because the new one knows no items yet. Without a bus there is no host.
     StatusNotifierWatch(const QDBusConnection& bus, std::function<void(Host)> changed);
+    ~StatusNotifierWatch() override;
 
     /// Tells the host of the item at "/StatusNotifierItem" on this connection.
     void registerItem();
@@ -31,6 +35,7 @@ private:
     QDBusConnection bus_;
     QDBusServiceWatcher ownerWatcher_;
     std::function<void(Host)> changed_;
+    std::unique_ptr<QDBusPendingCallWatcher> question_;
 };
 
 } // namespace glimmerly

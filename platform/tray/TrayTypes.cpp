@@ -125,6 +125,10 @@ void registerTrayTypes() {
     qDBusRegisterMetaType<TrayMenuKeysList>();
     qDBusRegisterMetaType<TrayMenuEvent>();
     qDBusRegisterMetaType<TrayMenuEvents>();
+    // The names by which the exported signals and slots call the lists.
+    qRegisterMetaType<TrayMenuPropertiesList>("glimmerly::TrayMenuPropertiesList");
+    qRegisterMetaType<TrayMenuKeysList>("glimmerly::TrayMenuKeysList");
+    qRegisterMetaType<TrayMenuEvents>("glimmerly::TrayMenuEvents");
     qDBusRegisterMetaType<QList<QStringList>>(); // the shortcuts of a menu item
 }
 

@@ -1,0 +1,44 @@
+#include "app/AppDelegate.h"
+
+#include "app/ScreenshotRequests.h"
+#include "app/StatusItemController.h"
+#include "diagnostics/GlimmerlyLog.h"
+#include "hotkeys/GlobalHotkeyController.h"
+#include "platform/Platform.h"
+
+namespace glimmerly {
+
+namespace {
+
+void logFileLocation() {
+    if (const auto location = GlimmerlyLog::eventsURL())
+        GlimmerlyLog::debug(log_category::logging, "Structured log file path",
+                            {{"path", location->string()}});
+    else
+        GlimmerlyLog::warning(log_category::logging,
+                              "Structured log file path unavailable (setup may have failed)");
+}
+
+} // namespace
+
+void AppDelegate::applicationWillFinishLaunching() {
+    GlimmerlyLog::notice(log_category::appLifecycle, "applicationWillFinishLaunching");
+    Platform::current().application.setActivationPolicy(ActivationPolicy::accessory);
+}
+
+void AppDelegate::applicationDidFinishLaunching() {
+    GlimmerlyLog::notice(log_category::appLifecycle, "applicationDidFinishLaunching");
+    logFileLocation();
+    StatusItemController::shared().installStatusItem();
+    GlobalHotkeyController::shared().start([] { requestScreenshot(ScreenshotRequestSource::hotkey); });
+    // A desktop without a status area leaves starting the program again as the way in.
+    Platform::current().application.onReopen([] { StatusItemController::shared().popUpMenu(); });
+}
+
+void AppDelegate::applicationWillTerminate() {
+    GlimmerlyLog::notice(log_category::appLifecycle, "applicationWillTerminate");
+    GlimmerlyLog::flush();
+    GlobalHotkeyController::shared().shutdown();
+}
+
+} // namespace glimmerly

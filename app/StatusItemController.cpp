@@ -1,0 +1,139 @@
+#include "app/StatusItemController.h"
+
+#include "app/MenuShortcut.h"
+#include "app/ScreenshotRequests.h"
+#include "diagnostics/GlimmerlyLog.h"
+#include "hotkeys/HotkeySettings.h"
+#include "platform/Images.h"
+#include "platform/KeyboardLayout.h"
+#include "platform/Platform.h"
+#include "platform/StatusBar.h"
+
+#include <QAction>
+#include <QIcon>
+#include <QMenu>
+#include <QString>
+
+namespace glimmerly {
+
+namespace {
+
+constexpr SymbolConfiguration menuSymbol{13, SymbolWeight::regular};
+constexpr SymbolConfiguration statusSymbol{14, SymbolWeight::medium};
+
+/// What stands in the icon's place when there is no picture at all.
+QString titleFor(const std::string& applicationName) {
+    const QString name = QString::fromStdString(applicationName);
+    return name.isEmpty() ? "G" : name.left(name.at(0).isHighSurrogate() ? 2 : 1);
+}
+
+} // namespace
+
+StatusItemController& StatusItemController::shared() {
+    static auto* const instance = [] {
+        auto& platform = Platform::current();
+        return new StatusItemController(
+            {.bundle = platform.bundle,
+             .statusItem = platform.statusItem,
+             .images = platform.images,
+             .notifications = platform.notifications,
+             .hotkeySettings = HotkeySettings::shared(),
+             .keyboardLayout = platform.keyboardLayout,
+             .application = platform.application,
+             .requestScreenshot = [] { requestScreenshot(ScreenshotRequestSource::menubar); }});
+    }();
+    return *instance;
+}
+
+StatusItemController::StatusItemController(StatusItemServices services) : services_(std::move(services)) {}
+
+StatusItemController::~StatusItemController() {
+    if (hotkeyObserver_)
+        services_.notifications.removeObserver(hotkeyObserver_);
+}
+
+void StatusItemController::installStatusItem() {
+    services_.statusItem.show();
+    services_.statusItem.setMenu(menu());
+    hotkeyObserver_ = services_.notifications.addObserver(std::string(HotkeySettings::didChangeNotification),
+                                                          [this] { globalHotkeyDidChange(); });
+    services_.keyboardLayout.onChange([this, item = screenshotMenuItem_] {
+        if (item)
+            globalHotkeyDidChange();
+    });
+    setItemImage();
+}
+
+void StatusItemController::popUpMenu() {
+    services_.statusItem.popUpMenu();
+}
+
+QMenu& StatusItemController::menu() {
+    if (!menu_)
+        buildMenu();
+    return *menu_;
+}
+
+void StatusItemController::buildMenu() {
+    menu_ = std::make_unique<QMenu>();
+    menu_->addAction(QString::fromStdString(services_.bundle.versionText()))->setEnabled(false);
+    menu_->addSeparator();
+    screenshotMenuItem_ =
+        &addItem("Take screenshot", "viewfinder.rectangular", &StatusItemController::takeScreenshot);
+    menu_->addSeparator();
+    // Both wait for the services that they will open.
+    addItem("Settings…", "gearshape", nullptr);
+    addItem("Check for updates…", "arrow.clockwise.circle", nullptr);
+    menu_->addSeparator();
+    addItem("Quit", "power", &StatusItemController::quit);
+    globalHotkeyDidChange();
+}
+
+QAction& StatusItemController::addItem(const char* title, std::string_view symbol,
+                                       void (StatusItemController::*action)()) {
+    QAction& item = *menu_->addAction(QString::fromUtf8(title));
+    if (const auto image = services_.images.templateSymbol(symbol, menuSymbol))
+        item.setIcon(*image);
+    // Some desktops leave both out of menus.
+    item.setIconVisibleInMenu(true);
+    item.setShortcutVisibleInContextMenu(true);
+    item.setEnabled(action != nullptr);
+    if (action)
+        QObject::connect(&item, &QAction::triggered, &item, [this, action] { (this->*action)(); });
+    return item;
+}
+
+void StatusItemController::setItemImage() {
+    const std::string name = services_.bundle.applicationName();
+    auto image = services_.images.templateImage("MenuIcon");
+    if (!image)
+        image = services_.images.templateSymbol("hare.fill", statusSymbol);
+    if (!image)
+        image = services_.images.applicationIcon();
+    if (image)
+        services_.statusItem.setTemplateImage(*image, QString::fromStdString(name));
+    else
+        services_.statusItem.setTitle(titleFor(name));
+}
+
+void StatusItemController::globalHotkeyDidChange() {
+    if (!screenshotMenuItem_)
+        return;
+    const auto& hotkey = services_.hotkeySettings.keyCombination();
+    const KeyEquivalent equivalent =
+        hotkey ? menuKeyEquivalent(hotkey->key, hotkey->modifiers, services_.keyboardLayout)
+               : KeyEquivalent{};
+    screenshotMenuItem_->setShortcut(menuShortcut(equivalent));
+}
+
+void StatusItemController::takeScreenshot() {
+    // The picture must not show the menu from which it was asked for.
+    services_.statusItem.whenMenuHasGone(services_.requestScreenshot);
+}
+
+void StatusItemController::quit() {
+    GlimmerlyLog::notice(log_category::statusMenu, "Quit chosen from menu");
+    services_.application.terminate();
+}
+
+} // namespace glimmerly

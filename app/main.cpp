@@ -1,0 +1,30 @@
+#include "app/AppDelegate.h"
+#include "app/ProgramBundle.h"
+#include "diagnostics/GlimmerlyLog.h"
+#include "platform/desktop/Desktop.h"
+#include "platform/desktop/SingleInstance.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+int main(int argc, char** argv) {
+    using namespace glimmerly;
+
+    auto instance = SingleInstance::claim();
+    if (instance && !*instance)
+        return EXIT_SUCCESS;
+
+    GlimmerlyLog::bootstrap();
+    if (!instance)
+        GlimmerlyLog::warning(log_category::appLifecycle, "Further starts cannot be noticed", {},
+                              instance.error());
+    AppDelegate delegate;
+    const auto desktop = Desktop::open(argc, argv, programBundle());
+    if (!desktop) {
+        std::fprintf(stderr, "glimmerly: %s\n", desktop.error().description().c_str());
+        return EXIT_FAILURE;
+    }
+    if (instance)
+        (*desktop)->followStarts(**instance);
+    return (*desktop)->run(delegate);
+}

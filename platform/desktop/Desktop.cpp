@@ -1,0 +1,126 @@
+#include "platform/desktop/Desktop.h"
+
+#include "platform/Platform.h"
+#include "platform/desktop/SingleInstance.h"
+#include "platform/desktop/TerminationSignals.h"
+#include "platform/qt/QtAlerts.h"
+#include "platform/qt/QtApplication.h"
+#include "platform/qt/QtImages.h"
+#include "platform/qt/QtMainQueue.h"
+#include "platform/qt/QtPasteboard.h"
+#include "platform/qt/QtPreferences.h"
+#include "platform/tray/TrayStatusItem.h"
+#include "platform/x11/X11HotkeyService.h"
+#include "platform/x11/X11KeyboardLayout.h"
+#include "platform/x11/X11OverlayWindows.h"
+#include "platform/x11/X11ScreenCapture.h"
+#include "platform/x11/X11Screens.h"
+#include "platform/x11/X11Workspace.h"
+
+#include <cstdlib>
+
+namespace glimmerly {
+
+/// What talks to the X server beside Qt.
+struct Desktop::XServer {
+    /// Needs Qt's application.
+    [[nodiscard]] static Result<XServer> open();
+
+    std::unique_ptr<X11Connection> forScreens;
+    std::unique_ptr<X11Connection> forScreenCapture;
+    std::unique_ptr<X11Connection> forWorkspace;
+    std::unique_ptr<X11Connection> forOverlayWindows;
+    std::unique_ptr<X11HotkeyService> hotkeys;
+    std::unique_ptr<X11KeyboardLayout> keyboardLayout;
+};
+
+Result<Desktop::XServer> Desktop::XServer::open() {
+    XServer server;
+    for (auto* connection :
+         {&server.forScreens, &server.forScreenCapture, &server.forWorkspace, &server.forOverlayWindows}) {
+        auto opened = X11Connection::open();
+        if (!opened)
+            return failure(opened.error());
+        *connection = std::move(*opened);
+    }
+    auto hotkeys = X11HotkeyService::open();
+    if (!hotkeys)
+        return failure(hotkeys.error());
+    server.hotkeys = std::move(*hotkeys);
+    auto keyboardLayout = X11KeyboardLayout::open();
+    if (!keyboardLayout)
+        return failure(keyboardLayout.error());
+    server.keyboardLayout = std::move(*keyboardLayout);
+    return server;
+}
+
+struct Desktop::Services {
+    Services(QtApplication& app, XServer& server, const BundleInfo& bundle)
+        : screens(std::move(server.forScreens)),
+          screenCapture(std::move(server.forScreenCapture), screens, mainQueue),
+          workspace(std::move(server.forWorkspace), bundle.identifier),
+          overlayWindows(std::move(server.forOverlayWindows)), hotkeys(std::move(server.hotkeys)),
+          keyboardLayout(std::move(server.keyboardLayout)), signals([&app] { app.terminate(); }),
+          platform{.bundle = bundle,
+                   .notifications = notifications,
+                   .application = app,
+                   .mainQueue = mainQueue,
+                   .preferences = preferences,
+                   .screens = screens,
+                   .screenCapture = screenCapture,
+                   .workspace = workspace,
+                   .overlayWindows = overlayWindows,
+                   .pasteboard = pasteboard,
+                   .alerts = alerts,
+                   .images = images,
+                   .hotkeys = *hotkeys,
+                   .keyboardLayout = *keyboardLayout,
+                   .statusItem = statusItem} {}
+
+    NotificationCenter notifications;
+    QtMainQueue mainQueue;
+    QtPreferences preferences{preferencesFile()};
+    QtPasteboard pasteboard;
+    QtAlerts alerts;
+    QtImages images;
+    TrayStatusItem statusItem;
+    X11Screens screens;
+    X11ScreenCapture screenCapture;
+    X11Workspace workspace;
+    X11OverlayWindows overlayWindows;
+    std::unique_ptr<X11HotkeyService> hotkeys;
+    std::unique_ptr<X11KeyboardLayout> keyboardLayout;
+    TerminationSignals signals;
+    Platform platform;
+};
+
+Result<std::unique_ptr<Desktop>> Desktop::open(int& argc, char** argv, const BundleInfo& bundle) {
+    // Without a server Qt would abort the process.
+    if (const auto reachable = X11Connection::open(); !reachable)
+        return failure(reachable.error());
+    // The services of this desktop are the X server's, so the windows must be too.
+    ::setenv("QT_QPA_PLATFORM", "xcb", 1);
+    auto application = std::make_unique<QtApplication>(argc, argv, bundle);
+    auto server = XServer::open();
+    if (!server)
+        return failure(server.error());
+    return std::unique_ptr<Desktop>(new Desktop(std::move(application), *server, bundle));
+}
+
+Desktop::Desktop(std::unique_ptr<QtApplication> application, XServer& server, const BundleInfo& bundle)
+    : application_(std::move(application)),
+      services_(std::make_unique<Services>(*application_, server, bundle)) {
+    Platform::setCurrent(services_->platform);
+}
+
+Desktop::~Desktop() = default;
+
+void Desktop::followStarts(SingleInstance& instance) {
+    instance.onHandOver([this] { application_->reopen(); });
+}
+
+int Desktop::run(ApplicationDelegate& delegate) {
+    return application_->run(delegate);
+}
+
+} // namespace glimmerly

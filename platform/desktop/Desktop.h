@@ -1,0 +1,39 @@
+#pragma once
+
+#include "base/Result.h"
+#include "platform/Application.h"
+
+#include <memory>
+
+namespace glimmerly {
+
+class QtApplication;
+class SingleInstance;
+
+/// The desktop that this process runs on: Qt's application with every service of the desktop, which it makes
+/// the process's platform. One object a process; it must outlive every use of a service.
+class Desktop {
+public:
+    /// Sets the process up on the X server that the environment names; an error when there is none. Keeps
+    /// `argc` and `argv` in use.
+    [[nodiscard]] static Result<std::unique_ptr<Desktop>> open(int& argc, char** argv,
+                                                               const BundleInfo& bundle);
+    ~Desktop();
+    Desktop(const Desktop&) = delete;
+    Desktop& operator=(const Desktop&) = delete;
+
+    /// Further starts that `instance`, which must outlive the main loop, hears of reach the application.
+    void followStarts(SingleInstance& instance);
+    /// Runs the main loop until the user, a signal or the session ends it. Returns the exit status.
+    int run(ApplicationDelegate& delegate);
+
+private:
+    struct XServer;
+    struct Services;
+    Desktop(std::unique_ptr<QtApplication> application, XServer& server, const BundleInfo& bundle);
+
+    std::unique_ptr<QtApplication> application_;
+    std::unique_ptr<Services> services_;
+};
+
+} // namespace glimmerly

@@ -4,6 +4,7 @@
 #include "app/StatusItemController.h"
 #include "diagnostics/GlimmerlyLog.h"
 #include "hotkeys/GlobalHotkeyController.h"
+#include "overlay/ScreenshotOverlayController.h"
 #include "platform/Platform.h"
 
 namespace glimmerly {
@@ -39,6 +40,8 @@ void AppDelegate::applicationWillTerminate() {
     GlimmerlyLog::notice(log_category::appLifecycle, "applicationWillTerminate");
     GlimmerlyLog::flush();
     GlobalHotkeyController::shared().shutdown();
+    // An overlay that is still open takes its capture file with it.
+    ScreenshotOverlayController::shared().closeOverlay();
 }
 
 } // namespace glimmerly

@@ -1,0 +1,128 @@
+#include "app/AppDelegate.h"
+
+#include "platform/Platform.h"
+#include "tests/support/FakeAlerts.h"
+#include "tests/support/FakeApplication.h"
+#include "tests/support/FakeHotkeyService.h"
+#include "tests/support/FakeImages.h"
+#include "tests/support/FakeKeyboardLayout.h"
+#include "tests/support/FakeMainQueue.h"
+#include "tests/support/FakeOverlayWindows.h"
+#include "tests/support/FakePasteboard.h"
+#include "tests/support/FakePreferences.h"
+#include "tests/support/FakeScreenCapture.h"
+#include "tests/support/FakeScreens.h"
+#include "tests/support/FakeStatusItem.h"
+#include "tests/support/FakeWorkspace.h"
+#include "tests/support/LogCapture.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace glimmerly {
+namespace {
+
+using testing::ElementsAre;
+
+/// What happened, in order: log lines and calls of the desktop.
+std::vector<std::string> events;
+
+struct RecordingLog : LogCapture {
+    void write(LogRecord record) override { events.push_back(record.category + ": " + record.message); }
+    void flush() override { events.emplace_back("log flushed"); }
+    std::optional<std::filesystem::path> eventsURL() override { return location; }
+
+    std::optional<std::filesystem::path> location = "/somewhere/events.jsonl";
+};
+
+struct RecordingApplication : FakeApplication {
+    void setActivationPolicy(ActivationPolicy policy) override {
+        events.emplace_back(policy == ActivationPolicy::accessory ? "accessory" : "other policy");
+    }
+};
+
+struct RecordingStatusItem : FakeStatusItem {
+    void show() override { events.emplace_back("status item shown"); }
+};
+
+struct RecordingHotkeyService : FakeHotkeyService {
+    Answer<HandlerRef> installHandler(Handler handler) override {
+        events.emplace_back("hotkey handler installed");
+        return FakeHotkeyService::installHandler(std::move(handler));
+    }
+    HotkeyStatus removeHandler(HandlerRef ref) override {
+        events.emplace_back("hotkey handler removed");
+        return FakeHotkeyService::removeHandler(ref);
+    }
+    HotkeyStatus unregisterHotkey(HotkeyRef ref) override {
+        events.emplace_back("hotkey unregistered");
+        return FakeHotkeyService::unregisterHotkey(ref);
+    }
+};
+
+/// The platform of the one process: the shared services keep it.
+struct FakePlatform {
+    NotificationCenter notifications;
+    RecordingApplication application;
+    FakeMainQueue mainQueue;
+    FakePreferences preferences;
+    FakeScreens screens;
+    FakeScreenCapture screenCapture{mainQueue};
+    FakeWorkspace workspace;
+    FakeOverlayWindows overlayWindows;
+    FakePasteboard pasteboard;
+    FakeAlerts alerts;
+    FakeImages images;
+    RecordingHotkeyService hotkeys;
+    FakeKeyboardLayout keyboardLayout;
+    RecordingStatusItem statusItem;
+    Platform platform{.bundle = {.name = "Glimmerly"},
+                      .notifications = notifications,
+                      .application = application,
+                      .mainQueue = mainQueue,
+                      .preferences = preferences,
+                      .screens = screens,
+                      .screenCapture = screenCapture,
+                      .workspace = workspace,
+                      .overlayWindows = overlayWindows,
+                      .pasteboard = pasteboard,
+                      .alerts = alerts,
+                      .images = images,
+                      .hotkeys = hotkeys,
+                      .keyboardLayout = keyboardLayout,
+                      .statusItem = statusItem};
+};
+
+TEST(AppDelegateTest, StartsAndStopsTheServicesInOrder) {
+    auto& fake = *new FakePlatform;
+    Platform::setCurrent(fake.platform);
+    RecordingLog log;
+    AppDelegate delegate;
+
+    delegate.applicationWillFinishLaunching();
+    EXPECT_THAT(std::exchange(events, {}),
+                ElementsAre("AppLifecycle: applicationWillFinishLaunching", "accessory"));
+
+    delegate.applicationDidFinishLaunching();
+    EXPECT_THAT(std::exchange(events, {}), ElementsAre("AppLifecycle: applicationDidFinishLaunching",
+                                                       "Logging: Structured log file path",
+                                                       "status item shown", "hotkey handler installed"));
+
+    // With no display at all, both ways to a screenshot end in the alert, and nowhere else.
+    fake.hotkeys.press(0, 0x300);
+    fake.mainQueue.runAll();
+    fake.statusItem.menu->actions().at(2)->trigger();
+    fake.statusItem.menuHasGone();
+    fake.mainQueue.runAll();
+    EXPECT_EQ(fake.alerts.shown.size(), 2u);
+    fake.application.reopen();
+    EXPECT_EQ(fake.statusItem.popUps, 1);
+    events.clear();
+
+    delegate.applicationWillTerminate();
+    EXPECT_THAT(events, ElementsAre("AppLifecycle: applicationWillTerminate", "log flushed",
+                                    "hotkey unregistered", "hotkey handler removed"));
+}
+
+} // namespace
+} // namespace glimmerly

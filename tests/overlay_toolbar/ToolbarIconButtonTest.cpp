@@ -1,0 +1,148 @@
+#include "tests/overlay_toolbar/ToolbarFixture.h"
+
+#include <gmock/gmock.h>
+
+#include <set>
+
+namespace glimmerly {
+
+void PrintTo(const ToolbarButtonLook& look, std::ostream* out) {
+    *out << "background " << look.backgroundAlpha << ", icon " << look.iconScale;
+}
+
+namespace {
+
+constexpr int boundMilliseconds = 5000;
+
+class ToolbarIconButtonTest : public ToolbarFixture {
+protected:
+    static testing::AssertionResult settlesAt(const ToolbarIconButton& button, ToolbarButtonLook look) {
+        if (QTest::qWaitFor([&] { return !button.isAnimating(); }, boundMilliseconds) &&
+            button.look() == look)
+            return testing::AssertionSuccess();
+        return testing::AssertionFailure() << testing::PrintToString(button.look());
+    }
+    static bool isBetween(double value, double low, double high) { return value > low && value < high; }
+};
+
+TEST_F(ToolbarIconButtonTest, ShowsHoverPressAndBeingLit) {
+    ToolbarIconButton& tool = button("Arrow tool");
+    ToolbarIconButton& undo = button("Undo");
+    moveTo(centerOf(undo));
+    EXPECT_TRUE(settlesAt(undo, {0.10, 1}));
+    press(centerOf(undo));
+    EXPECT_TRUE(settlesAt(undo, {0.18, 0.92}));
+    release(centerOf(undo));
+    EXPECT_TRUE(settlesAt(undo, {0.10, 1}));
+    click("Arrow tool");
+    EXPECT_TRUE(settlesAt(undo, {0, 1}));
+    EXPECT_TRUE(settlesAt(tool, {0.25, 1}));
+    press(centerOf(tool));
+    EXPECT_TRUE(settlesAt(tool, {0.30, 0.92}));
+    release(outside);
+    EXPECT_TRUE(settlesAt(tool, {0.20, 1}));
+}
+
+TEST_F(ToolbarIconButtonTest, FiresOnlyWhenReleasedInside) {
+    const ToolbarIconButton& done = button("Done");
+    press(centerOf(done));
+    moveTo(outside);
+    EXPECT_FALSE(done.isDown());
+    release(outside);
+    EXPECT_TRUE(settlesAt(done, {0, 1}));
+    EXPECT_THAT(takeReports(), testing::IsEmpty());
+
+    press(centerOf(done));
+    moveTo(outside);
+    moveTo(centerOf(done));
+    EXPECT_TRUE(done.isDown());
+    EXPECT_TRUE(settlesAt(done, {0.18, 0.92}));
+    release(centerOf(done));
+    EXPECT_THAT(takeReports(), testing::ElementsAre("done"));
+    EXPECT_THAT(canvas.presses, testing::IsEmpty());
+}
+
+TEST_F(ToolbarIconButtonTest, OtherMouseButtonsDoNothing) {
+    const QPoint center = centerOf("Done");
+    QTest::mouseClick(canvas.windowHandle(), Qt::RightButton, {}, center);
+    QTest::mouseClick(canvas.windowHandle(), Qt::MiddleButton, {}, center);
+    EXPECT_THAT(takeReports(), testing::IsEmpty());
+    press(center);
+    QTest::mouseDClick(canvas.windowHandle(), Qt::LeftButton, {}, center);
+    EXPECT_FALSE(takeReports().empty());
+}
+
+TEST_F(ToolbarIconButtonTest, AChangeBeginsAtWhatIsOnScreen) {
+    const ToolbarIconButton& undo = button("Undo");
+    press(centerOf(undo));
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return isBetween(undo.look().iconScale, 0.92, 1); }, boundMilliseconds));
+    const ToolbarButtonLook onScreen = undo.look();
+    release(centerOf(undo));
+    EXPECT_EQ(undo.look(), onScreen);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return undo.look() != onScreen; }, boundMilliseconds));
+    EXPECT_GE(undo.look().iconScale, onScreen.iconScale);
+    EXPECT_TRUE(settlesAt(undo, {0.10, 1}));
+}
+
+/// Which widgets were painted.
+class PaintWatch : public QObject {
+public:
+    explicit PaintWatch(QWidget& window) {
+        window.installEventFilter(this);
+        for (auto* child : window.findChildren<QWidget*>())
+            child->installEventFilter(this);
+    }
+    std::set<QObject*> painted;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Paint)
+            painted.insert(watched);
+        return false;
+    }
+};
+
+TEST_F(ToolbarIconButtonTest, AChangeOfLookRepaintsTheButtonAlone) {
+    ToolbarIconButton& green = button("Green");
+    PaintWatch watch(canvas);
+    click("Green");
+    EXPECT_TRUE(settlesAt(green, {0.25, 1}));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !watch.painted.empty(); }, boundMilliseconds));
+    EXPECT_THAT(watch.painted, testing::ElementsAre(&green));
+}
+
+TEST_F(ToolbarIconButtonTest, HidingTheBarEndsEveryChangeAtOnce) {
+    const ToolbarIconButton& undo = button("Undo");
+    press(centerOf(undo));
+    toolbar.hide();
+    EXPECT_FALSE(undo.isAnimating());
+    EXPECT_EQ(undo.look(), (ToolbarButtonLook{0, 1}));
+}
+
+TEST_F(ToolbarIconButtonTest, EverySymbolExistsAndIsCentred) {
+    for (const auto* candidate : toolbar.findChildren<QAbstractButton*>()) {
+        const QImage picture = const_cast<QAbstractButton*>(candidate)->grab().toImage();
+        QRect ink;
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                if (picture.pixelColor(x, y) != QColor(Qt::white))
+                    ink |= QRect(x, y, 1, 1);
+        SCOPED_TRACE(candidate->accessibleName().toStdString());
+        EXPECT_GE(ink.width(), 10);
+        EXPECT_LE(std::abs(ink.left() + ink.right() - 27), 1);
+        EXPECT_LE(std::abs(ink.top() + ink.bottom() - 27), 1);
+    }
+}
+
+TEST(ToolbarIconButton, WithoutItsSymbolStillWorks) {
+    ToolbarIconButton button({"no.such.symbol", "Nothing", ToolbarButtonMode::momentary, {}}, nullptr);
+    int clicks = 0;
+    QObject::connect(&button, &QAbstractButton::clicked, [&] { ++clicks; });
+    EXPECT_EQ(button.grab().toImage().pixelColor(14, 14), QColor(Qt::white));
+    QTest::mouseClick(&button, Qt::LeftButton);
+    EXPECT_EQ(clicks, 1);
+}
+
+} // namespace
+} // namespace glimmerly

@@ -1,0 +1,239 @@
+#include "overlay/model/AnnotationEditor.h"
+
+#include "overlay/model/AnnotationPalette.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <set>
+
+namespace glimmerly {
+namespace {
+
+constexpr Rect bounds{0, 0, 400, 300};
+constexpr Color red = annotationPalette[0].color;
+constexpr Color blue = annotationPalette[2].color;
+
+OverlayAnnotation rectangleAt(Rect rect, Color color = red) {
+    return {Uuid::generate(), RectangleShape{rect}, color};
+}
+
+OverlayAnnotation textAt(Point anchor, std::string text = {}) {
+    return {Uuid::generate(), TextLabel{anchor, std::move(text)}, red};
+}
+
+void dragBy(AnnotationEditor& editor, const AnnotationHit& hit, Point from, Point to) {
+    editor.beginInteraction(hit, from);
+    editor.dragInteraction(to, bounds);
+    editor.endInteraction();
+}
+
+TEST(AnnotationEditor, UndoesAndRedoesDrawingAndMoving) {
+    AnnotationEditor editor;
+    editor.beginDraft({Uuid::generate(), SelectionTool::rectangle, red, {10, 10}, {10, 10}});
+    editor.dragDraft({60, 50});
+    editor.commitDraft();
+    const Uuid id = editor.appliedList().front().id;
+    dragBy(editor, MoveHit{id}, {10, 10}, {15, 17});
+    const auto moved = editor.appliedList();
+    EXPECT_EQ(std::get<RectangleShape>(moved.front().kind).rect, (Rect{15, 17, 50, 40}));
+
+    EXPECT_TRUE(editor.performUndo());
+    EXPECT_TRUE(editor.performUndo());
+    EXPECT_FALSE(editor.performUndo());
+    EXPECT_TRUE(editor.appliedList().empty());
+    ASSERT_EQ(editor.redoStack().size(), 2U);
+    EXPECT_TRUE(std::holds_alternative<AddAction>(editor.redoStack().back()));
+
+    EXPECT_TRUE(editor.performRedo());
+    EXPECT_TRUE(editor.performRedo());
+    EXPECT_FALSE(editor.performRedo());
+    EXPECT_EQ(editor.appliedList(), moved);
+}
+
+TEST(AnnotationEditor, MakesNoHistoryOfWhatChangedNothing) {
+    AnnotationEditor editor;
+    const auto rectangle = rectangleAt({10, 10, 40, 40});
+    editor.addAnnotation(rectangle);
+    ASSERT_TRUE(editor.performUndo());
+    ASSERT_TRUE(editor.performRedo());
+    dragBy(editor, MoveHit{rectangle.id}, {10, 10}, {10, 10});
+    EXPECT_EQ(editor.recolorSelectedAnnotation(red), AnnotationEditor::Change::none);
+    editor.beginDraft({Uuid::generate(), SelectionTool::arrow, red, {10, 10}, {11, 11}});
+    editor.commitDraft();
+    EXPECT_EQ(editor.undoStack().size(), 1U);
+    EXPECT_EQ(editor.recolorSelectedAnnotation(blue), AnnotationEditor::Change::made);
+    EXPECT_EQ(editor.undoStack().size(), 2U);
+}
+
+TEST(AnnotationEditor, ResizesFromTheRectangleAtMouseDown) {
+    AnnotationEditor editor;
+    const auto rectangle = rectangleAt({100, 100, 100, 50});
+    editor.addAnnotation(rectangle);
+    editor.beginInteraction(ResizeHit{rectangle.id, RectangleHandle{SelectionHandle::e}}, {200, 125});
+    editor.dragInteraction({50, 125}, bounds); // flipped over the west edge
+    editor.dragInteraction({250, 125}, bounds);
+    editor.endInteraction();
+    EXPECT_EQ(std::get<RectangleShape>(editor.appliedList().front().kind).rect, (Rect{100, 100, 150, 50}));
+    EXPECT_EQ(editor.undoStack().size(), 2U);
+}
+
+TEST(AnnotationEditor, DrawingAfterAnUndoForgetsWhatWasUndone) {
+    AnnotationEditor editor;
+    editor.addAnnotation(rectangleAt({0, 0, 10, 10}));
+    ASSERT_TRUE(editor.performUndo());
+    editor.addAnnotation(rectangleAt({0, 0, 20, 20}));
+    EXPECT_TRUE(editor.redoStack().empty());
+}
+
+TEST(AnnotationEditor, CarriesTypingThroughItsHistory) {
+    AnnotationEditor editor;
+    const auto text = textAt({50, 50});
+    editor.addAnnotation(text);
+    editor.updateAnnotationText(text.id, "ab");
+    dragBy(editor, MoveHit{text.id}, {50, 50}, {90, 80});
+
+    ASSERT_TRUE(editor.performUndo());
+    EXPECT_EQ(std::get<TextLabel>(editor.find(text.id)->kind), (TextLabel{{50, 50}, "ab"}));
+    ASSERT_TRUE(editor.performUndo());
+    EXPECT_EQ(editor.find(text.id), nullptr);
+    ASSERT_TRUE(editor.performRedo());
+    EXPECT_EQ(std::get<TextLabel>(editor.find(text.id)->kind).text, "ab");
+    ASSERT_TRUE(editor.performRedo());
+    editor.updateAnnotationText(text.id, "abc");
+    ASSERT_TRUE(editor.performUndo());
+    EXPECT_EQ(std::get<TextLabel>(editor.find(text.id)->kind), (TextLabel{{50, 50}, "ab"}));
+}
+
+TEST(AnnotationEditor, AnAbandonedEmptyTextLeavesNoTrace) {
+    for (const std::string_view blank : {"", "  \n\t", "\u00A0\u3000"}) {
+        AnnotationEditor editor;
+        editor.addAnnotation(rectangleAt({0, 0, 10, 10}));
+        const auto text = textAt({50, 50});
+        editor.addAnnotation(text);
+        editor.selectAnnotation(text.id);
+        editor.updateAnnotationText(text.id, blank);
+        EXPECT_EQ(editor.removeIfEmptyText(text.id), AnnotationEditor::Change::made) << blank;
+        EXPECT_EQ(editor.appliedList().size(), 1U);
+        EXPECT_EQ(editor.undoStack().size(), 1U);
+        EXPECT_FALSE(editor.selectedID());
+    }
+    AnnotationEditor editor;
+    const auto kept = textAt({50, 50}, " x ");
+    editor.addAnnotation(kept);
+    EXPECT_EQ(editor.removeIfEmptyText(kept.id), AnnotationEditor::Change::none);
+    EXPECT_EQ(std::get<TextLabel>(editor.find(kept.id)->kind).text, " x ");
+}
+
+/// Typing rewrites the history of its text, so only sessions without it pass through the same states again.
+enum class Typing { never, sometimes };
+
+/// Plays user actions at random, then undoes to the beginning and redoes to the end.
+class RandomSession {
+public:
+    RandomSession(unsigned seed, Typing typing) : random_(seed), typing_(typing) {}
+
+    void play(int steps) {
+        for (int i = 0; i < steps; ++i) {
+            step();
+            checkInvariants();
+        }
+        checkHistory();
+    }
+
+private:
+    int below(int limit) { return std::uniform_int_distribution(0, limit - 1)(random_); }
+    Point anyPoint() { return {static_cast<double>(below(400)), static_cast<double>(below(300))}; }
+    Uuid anyID() {
+        const auto& list = editor_.appliedList();
+        return list[static_cast<std::size_t>(below(static_cast<int>(list.size())))].id;
+    }
+
+    void step() {
+        const int action = editor_.appliedList().empty() ? below(2) : below(9);
+        switch (action) {
+        case 0:
+            editor_.beginDraft({Uuid::generate(),
+                                below(2) ? SelectionTool::rectangle : SelectionTool::arrow,
+                                annotationPalette[static_cast<std::size_t>(below(6))].color,
+                                anyPoint(),
+                                {}});
+            editor_.dragDraft(anyPoint());
+            editor_.commitDraft();
+            break;
+        case 1:
+            editor_.addAnnotation(textAt(anyPoint(), "text"));
+            break;
+        case 2:
+            dragBy(editor_, MoveHit{anyID()}, anyPoint(), anyPoint());
+            break;
+        case 3:
+            dragBy(editor_, ResizeHit{anyID(), RectangleHandle{anyHandle()}}, anyPoint(), anyPoint());
+            break;
+        case 4:
+            dragBy(editor_, ResizeHit{anyID(), ArrowEnd{}}, anyPoint(), anyPoint());
+            break;
+        case 5:
+            editor_.selectAnnotation(anyID());
+            editor_.recolorSelectedAnnotation(annotationPalette[static_cast<std::size_t>(below(6))].color);
+            break;
+        case 6:
+            if (typing_ == Typing::sometimes)
+                editor_.updateAnnotationText(anyID(),
+                                             std::string(static_cast<std::size_t>(1 + below(5)), 'x'));
+            break;
+        case 7:
+            (void)editor_.performUndo();
+            break;
+        default:
+            (void)editor_.performRedo();
+        }
+    }
+
+    SelectionHandle anyHandle() { return static_cast<SelectionHandle>(below(8)); }
+
+    void checkInvariants() {
+        std::set<Uuid> ids;
+        for (const auto& annotation : editor_.appliedList())
+            EXPECT_TRUE(ids.insert(annotation.id).second);
+        EXPECT_FALSE(editor_.isInteracting());
+        EXPECT_FALSE(editor_.draft());
+    }
+
+    void checkHistory() {
+        rewindAndReplay();
+        std::vector<std::vector<OverlayAnnotation>> states{editor_.appliedList()};
+        while (editor_.performUndo())
+            states.push_back(editor_.appliedList());
+        EXPECT_TRUE(editor_.appliedList().empty());
+        for (auto state = std::next(states.rbegin()); state != states.rend(); ++state) {
+            EXPECT_TRUE(editor_.performRedo());
+            if (typing_ == Typing::never) {
+                EXPECT_EQ(editor_.appliedList(), *state);
+            }
+        }
+        EXPECT_EQ(editor_.appliedList(), states.front());
+    }
+
+    /// Typing that an undo has taken back comes back with the text's creation; from then on all is settled.
+    void rewindAndReplay() {
+        while (editor_.performUndo()) {
+        }
+        while (editor_.performRedo()) {
+        }
+    }
+
+    std::mt19937 random_;
+    Typing typing_;
+    AnnotationEditor editor_;
+};
+
+TEST(AnnotationEditor, RandomSessionsUndoAndRedoExactly) {
+    for (unsigned seed = 0; seed < 300 && !::testing::Test::HasFailure(); ++seed) {
+        SCOPED_TRACE(seed);
+        RandomSession(seed, seed % 2 ? Typing::never : Typing::sometimes).play(60);
+    }
+}
+
+} // namespace
+} // namespace glimmerly

@@ -1,0 +1,128 @@
+#include "overlay/text/OverlayGrowingTextAnnotationView.h"
+
+#include "overlay/text/OverlayTextView.h"
+#include "overlay/text/TextAnnotationHost.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QPainter>
+#include <QTextDocument>
+
+#include <algorithm>
+#include <cmath>
+
+namespace glimmerly {
+
+namespace {
+
+constexpr double borderWidth = 2;
+constexpr double borderCornerRadius = 6;
+constexpr double textInset = 6;
+constexpr double minimumTextWidth = 40;
+constexpr QColor frameColor(128, 128, 128);
+
+constexpr double padding = borderWidth + textInset;
+
+} // namespace
+
+OverlayGrowingTextAnnotationView::OverlayGrowingTextAnnotationView(Point anchor, Uuid id, const QColor& color,
+                                                                   const QFont& font, const QString& text,
+                                                                   TextAnnotationHost& host, QWidget* canvas)
+    : QWidget(canvas), anchorInCanvas_(anchor), host_(&host), annotationColor_(color),
+      textView_(new OverlayTextView(host, font, color, text, this)), annotationID_(id) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setFocusPolicy(Qt::NoFocus);
+    textView_->onFocusChanged = [this](bool focused) { textViewFocusChanged(focused); };
+    connect(textView_, &QTextEdit::textChanged, this, [this] {
+        layoutTextView();
+        if (onTextChanged)
+            onTextChanged(textView_->string());
+    });
+    // What an input method composes changes the size without changing the text.
+    connect(textView_->document()->documentLayout(), &QAbstractTextDocumentLayout::documentSizeChanged, this,
+            [this] { layoutTextView(); });
+    layoutTextView();
+}
+
+void OverlayGrowingTextAnnotationView::layoutTextView() {
+    const Size text = textView_->measuredText();
+    const double width = std::max(minimumTextWidth, text.width);
+    const double height = std::max(textView_->lineHeight(), text.height);
+    const QRectF firstLine = textView_->firstLineRect().translated(padding, padding);
+
+    const Size size{width + 2 * padding, height + 2 * padding};
+    // y up: the view's bottom lies its height, less the first line's middle, below the anchor.
+    frameInCanvas_ = {anchorInCanvas_.x - firstLine.left(),
+                      anchorInCanvas_.y - (size.height - firstLine.center().y()), size.width, size.height};
+
+    // A caret behind the last character must have room too.
+    const int inset = static_cast<int>(padding);
+    textView_->setGeometry(inset, inset, static_cast<int>(std::ceil(width)) + inset,
+                           static_cast<int>(std::ceil(height)));
+    setGeometry(host_->widgetGeometry(frameInCanvas_));
+    update();
+}
+
+void OverlayGrowingTextAnnotationView::setCanvasSelected(bool selected) {
+    if (isCanvasSelected_ == selected)
+        return;
+    isCanvasSelected_ = selected;
+    update();
+}
+
+void OverlayGrowingTextAnnotationView::setAnchorInCanvas(Point anchor) {
+    if (anchorInCanvas_ == anchor)
+        return;
+    anchorInCanvas_ = anchor;
+    layoutTextView();
+}
+
+void OverlayGrowingTextAnnotationView::setString(const QString& text) {
+    if (textView_->string() != text)
+        textView_->setString(text);
+}
+
+void OverlayGrowingTextAnnotationView::setAnnotationColor(const QColor& color) {
+    if (annotationColor_ == color)
+        return;
+    annotationColor_ = color;
+    textView_->setColor(color);
+    layoutTextView();
+}
+
+void OverlayGrowingTextAnnotationView::setVisiblePart(std::optional<Rect> part) {
+    visiblePart_ = part;
+    setVisible(part.has_value());
+    if (!part)
+        return;
+    const QRectF own(part->minX() - frameInCanvas_.minX(), frameInCanvas_.maxY() - part->maxY(), part->width,
+                     part->height);
+    textView_->setPaintClip(own.translated(-textView_->x(), -textView_->y()));
+    update();
+}
+
+void OverlayGrowingTextAnnotationView::paintEvent(QPaintEvent*) {
+    if (!isCanvasSelected_ && !isEditing_)
+        return;
+    QPainter painter(this);
+    if (visiblePart_) {
+        painter.setClipRect(QRectF(visiblePart_->minX() - frameInCanvas_.minX(),
+                                   frameInCanvas_.maxY() - visiblePart_->maxY(), visiblePart_->width,
+                                   visiblePart_->height));
+    }
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(frameColor, borderWidth));
+    const double inset = borderWidth / 2;
+    painter.drawRoundedRect(
+        QRectF(0, 0, frameInCanvas_.width, frameInCanvas_.height).adjusted(inset, inset, -inset, -inset),
+        borderCornerRadius, borderCornerRadius);
+}
+
+void OverlayGrowingTextAnnotationView::textViewFocusChanged(bool focused) {
+    isEditing_ = focused;
+    setAttribute(Qt::WA_TransparentForMouseEvents, !focused);
+    update();
+    if (onFocusChanged)
+        onFocusChanged(focused);
+}
+
+} // namespace glimmerly

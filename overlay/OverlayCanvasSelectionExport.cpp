@@ -6,6 +6,9 @@
 #include "platform/files/AtomicFile.h"
 #include "platform/png/PngEncoder.h"
 
+#include <QImage>
+#include <QPainter>
+
 #include <algorithm>
 #include <cmath>
 
@@ -31,6 +34,35 @@ PixelSpan touchedPixels(double start, double end, double extent, int count) {
     return {first, last};
 }
 
+/// How canvas points lie on the pixels of `crop`.
+PixelMapping cropMapping(const SelectionExport& source, const PixelRect& crop) {
+    const Rect area = centredRect(source.image->size, source.bounds);
+    const double scale = source.image->bitmap.width() / area.width;
+    return {{area.minX() + crop.x / scale, area.maxY() - crop.y / scale}, scale};
+}
+
+Bitmap copied(const Bitmap& bitmap) {
+    Bitmap copy(bitmap.size());
+    for (int y = 0; y < bitmap.height(); ++y)
+        std::ranges::copy(bitmap.row(y), copy.row(y).begin());
+    return copy;
+}
+
+Bitmap renderAnnotationsIntoCrop(const Bitmap& crop, const SelectionExport& source,
+                                 const PixelMapping& mapping) {
+    Bitmap output = copied(crop);
+    QImage canvas(reinterpret_cast<uchar*>(output.row(0).data()), output.width(), output.height(),
+                  static_cast<qsizetype>(output.bytesPerRow()), QImage::Format_RGB32);
+    QPainter painter(&canvas);
+    for (const auto& annotation : source.annotations) {
+        if (!std::holds_alternative<TextLabel>(annotation.kind))
+            drawShape(painter, annotation, mapping, annotation.color.alpha);
+        else if (source.drawText)
+            source.drawText(painter, annotation, mapping);
+    }
+    return output;
+}
+
 } // namespace
 
 std::optional<Bitmap> croppedSelectionImage(const SelectionExport& source) {
@@ -39,7 +71,10 @@ std::optional<Bitmap> croppedSelectionImage(const SelectionExport& source) {
     const auto crop = pixelCropRect(*source.image, source.selection->standardized(), source.bounds);
     if (!crop)
         return std::nullopt;
-    return source.image->bitmap.view(*crop);
+    Bitmap image = source.image->bitmap.view(*crop);
+    if (source.annotations.empty())
+        return image;
+    return renderAnnotationsIntoCrop(image, source, cropMapping(source, *crop));
 }
 
 std::optional<PixelRect> pixelCropRect(const OverlayImage& image, const Rect& selection, const Rect& bounds) {

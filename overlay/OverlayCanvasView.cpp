@@ -2,19 +2,24 @@
 
 #include "capture/service/TargetScreen.h"
 #include "diagnostics/GlimmerlyLog.h"
+#include "overlay/AnnotationChrome.h"
+#include "overlay/AnnotationTiles.h"
 #include "overlay/CanvasCoordinates.h"
 #include "overlay/OverlayCanvasSelectionExport.h"
-#include "overlay/SelectionCursors.h"
 #include "overlay/SelectionDamage.h"
 #include "overlay/SelectionDrawing.h"
 #include "overlay/TagDrawing.h"
+#include "overlay/model/AnnotationEditing.h"
 #include "overlay/model/SelectionStyle.h"
+#include "overlay/text/OverlayGrowingTextAnnotationView.h"
+#include "overlay/toolbar/OverlayToolbarView.h"
 #include "platform/Pasteboard.h"
 #include "platform/qt/QtConversions.h"
 
-#include <QEnterEvent>
-#include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPainter>
+
+#include <cmath>
 
 namespace glimmerly {
 
@@ -35,7 +40,8 @@ OverlayCanvasView::OverlayCanvasView(std::filesystem::path captureImageURL, Rect
     : QWidget(parent), captureImageURL_(std::move(captureImageURL)), services_(services),
       bounds_{0, 0, frame.width, frame.height},
       backing_(OverlayCaptureBackingImage::load(captureImageURL_, frame.height, services.screens)),
-      grid_(makeGrid(bounds_, backing_, services.screens)) {
+      grid_(makeGrid(bounds_, backing_, services.screens)), windowPixels_{grid_.point({0, 0}), grid_.scale()},
+      textViews_(*this, [this](const Rect& rect) { return widgetRect(rect); }) {
     if (!backing_.backgroundImage || !backing_.backgroundImageExpanded)
         GlimmerlyLog::error(log_category::overlayCanvas, "Capture PNG could not be loaded for overlay canvas",
                             {{"capture", captureImageURL_.filename().string()}});
@@ -47,13 +53,31 @@ OverlayCanvasView::OverlayCanvasView(std::filesystem::path captureImageURL, Rect
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setCursor(Qt::CrossCursor);
+    connectTextViews();
+    installToolbar();
 }
 
+OverlayCanvasView::~OverlayCanvasView() = default;
+
+void OverlayCanvasView::showEvent(QShowEvent*) {
+    setFocus();
+}
+
+void OverlayCanvasView::resizeEvent(QResizeEvent*) {
+    layoutToolbar();
+}
+
+// Export
+
 std::optional<Bitmap> OverlayCanvasView::croppedSelectionImage() const {
+    const auto drawTextOf = [this](QPainter& painter, const OverlayAnnotation& annotation,
+                                   const PixelMapping& mapping) { drawText(painter, annotation, mapping); };
     return glimmerly::croppedSelectionImage({.selection = selection_.rect(),
                                              .image = backing_.backgroundImageExpanded
                                                           ? backing_.backgroundImageExpanded
                                                           : backing_.backgroundImage,
+                                             .annotations = annotations_.appliedList(),
+                                             .drawText = drawTextOf,
                                              .minimumSize = selectionStyle.selectionRectMinSize,
                                              .bounds = bounds_});
 }
@@ -70,119 +94,51 @@ bool OverlayCanvasView::writeCroppedImageToPasteboard() {
     return true;
 }
 
-// Mouse: what each event does, in the order in which it does it
-
-void OverlayCanvasView::mouseDown(Point p) {
-    selection_.clearDrag();
-    mouseMode_ = beginMouseMode(p);
-    updatePositionTag(p);
-    updateScene();
+void OverlayCanvasView::drawText(QPainter& painter, const OverlayAnnotation& annotation,
+                                 const PixelMapping& mapping) const {
+    auto* view = textViews_.view(annotation.id);
+    if (!view || view->isHidden() || view->width() < 1 || view->height() < 1)
+        return;
+    // From where the widget really stands, which is on whole points.
+    const Point topLeft{windowPixels_.topLeft.x + view->x(), windowPixels_.topLeft.y - view->y()};
+    painter.save();
+    painter.translate(mapping(topLeft));
+    painter.scale(mapping.scale, mapping.scale);
+    view->render(&painter, {}, {}, QWidget::DrawChildren);
+    painter.restore();
 }
 
-OverlayCanvasView::MouseMode OverlayCanvasView::beginMouseMode(Point p) {
-    if (beginSelectionResize(p))
-        return MouseMode::selectionResize;
-    selection_.beginCreation(p);
-    return MouseMode::selectionCreation;
-}
-
-bool OverlayCanvasView::beginSelectionResize(Point p) {
-    const auto handle = selection_.handleAt(p);
-    if (handle)
-        selection_.beginResize(*handle);
-    return handle.has_value();
-}
-
-void OverlayCanvasView::mouseDragged(Point p) {
-    switch (mouseMode_) {
-    case MouseMode::selectionResize:
-        selection_.dragResize(p, bounds_);
-        break;
-    case MouseMode::selectionCreation:
-        selection_.dragCreation(p);
-        break;
-    case MouseMode::nothing:
-        break;
-    }
-    updateCursor(p);
-    updatePositionTag(p);
-    updateScene();
-}
-
-void OverlayCanvasView::mouseUp(Point p) {
-    selection_.endDrag();
-    selection_.discardIfTooSmall();
-    mouseMode_ = MouseMode::nothing;
-    updateCursor(p);
-    updatePositionTag(p);
-    updateScene();
-}
-
-void OverlayCanvasView::mouseMoved(Point p) {
-    updatePositionTag(p);
-    updateCursor(p);
-    updateScene();
-}
-
-void OverlayCanvasView::updatePositionTag(Point p) {
-    if (selection_.rect())
-        lastCrosshairLocationForPositionTag_.reset();
-    else
-        lastCrosshairLocationForPositionTag_ = p;
-}
-
-void OverlayCanvasView::updateCursor(Point p) {
-    const auto handle = selection_.handleAt(p);
-    const Qt::CursorShape shape = handle ? cursorForSelectionHandle(*handle) : Qt::CrossCursor;
-    if (cursor().shape() != shape)
-        setCursor(shape);
-}
-
-void OverlayCanvasView::updateScene() {
-    SelectionScene scene =
-        makeSelectionScene(selection_, lastCrosshairLocationForPositionTag_, bounds_, grid_);
-    update(widgetRegion(damageBetween(scene_, scene, grid_.window()), grid_.scale()));
-    scene_ = std::move(scene);
-}
-
-void OverlayCanvasView::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton)
-        mouseDown(canvasPoint(*event, grid_));
-}
-
-void OverlayCanvasView::mouseMoveEvent(QMouseEvent* event) {
-    if (event->buttons() & Qt::LeftButton)
-        mouseDragged(canvasPoint(*event, grid_));
-    else if (event->buttons() == Qt::NoButton)
-        mouseMoved(canvasPoint(*event, grid_));
-}
-
-void OverlayCanvasView::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton)
-        mouseUp(canvasPoint(*event, grid_));
-}
-
-void OverlayCanvasView::enterEvent(QEnterEvent* event) {
-    mouseMoved(canvasPoint(*event, grid_));
-}
-
-void OverlayCanvasView::leaveEvent(QEvent*) {
-    lastCrosshairLocationForPositionTag_.reset();
-    updateScene();
-}
-
-void OverlayCanvasView::showEvent(QShowEvent*) {
-    setFocus();
+QRect OverlayCanvasView::widgetRect(const Rect& frame) const {
+    const auto whole = [](double length) { return static_cast<int>(std::lround(length)); };
+    return {whole(frame.minX() - windowPixels_.topLeft.x), whole(windowPixels_.topLeft.y - frame.maxY()),
+            static_cast<int>(std::ceil(frame.width)), static_cast<int>(std::ceil(frame.height))};
 }
 
 // Drawing, back to front
 
-void OverlayCanvasView::paintEvent(QPaintEvent*) {
+void OverlayCanvasView::updateScene() {
+    SelectionScene scene =
+        makeSelectionScene(selection_, lastCrosshairLocationForPositionTag_, bounds_, grid_);
+    const auto& draft = annotations_.draft();
+    AnnotationScene annotationScene{annotations_.appliedList(),
+                                    draft ? annotationFromDraft(*draft) : std::nullopt,
+                                    annotations_.selectedID()};
+    const QRegion damage = damageBetween(scene_, scene, grid_.window()) +
+                           damageBetween(annotationScene_, annotationScene, windowPixels_);
+    update(widgetRegion(damage, grid_.scale()));
+    if (scene_.selection != scene.selection)
+        textViews_.clipTextViewsToSelection(selection_.visibleRect());
+    scene_ = std::move(scene);
+    annotationScene_ = std::move(annotationScene);
+}
+
+void OverlayCanvasView::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     const double deviceScale = painter.deviceTransform().m11();
     painter.scale(1 / deviceScale, 1 / deviceScale); // one unit is one pixel from here on
     drawBackground(painter);
-    drawScene(painter);
+    const QTransform toPixels = QTransform::fromScale(deviceScale, deviceScale);
+    drawScene(painter, toPixels.mapRect(QRectF(event->rect())).toAlignedRect());
 }
 
 void OverlayCanvasView::drawBackground(QPainter& painter) const {
@@ -199,9 +155,11 @@ void OverlayCanvasView::drawBackground(QPainter& painter) const {
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
 }
 
-void OverlayCanvasView::drawScene(QPainter& painter) const {
+void OverlayCanvasView::drawScene(QPainter& painter, const QRegion& exposed) const {
     if (scene_.selection) {
         dimOutsideSelection(painter, *scene_.selection);
+        drawAnnotations(painter, annotationScene_, windowPixels_, toQRect(scene_.selection->area), exposed);
+        drawSelectedAnnotationChrome(painter, annotationScene_, windowPixels_);
         drawSelectionFrame(painter, *scene_.selection);
         drawTag(painter, scene_.selection->sizeTag, grid_.scale());
         drawSelectionHandles(painter, *scene_.selection);

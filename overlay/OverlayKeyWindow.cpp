@@ -1,11 +1,28 @@
 #include "overlay/OverlayKeyWindow.h"
 
 #include "overlay/OverlayCanvasView.h"
+#include "overlay/text/OverlayTextView.h"
+#include "platform/VirtualKeyCodes.h"
 
+#include <QKeyEvent>
 #include <QPlainTextEdit>
 #include <QTextEdit>
 
 namespace glimmerly {
+
+namespace {
+
+bool isCommandZ(const QKeyEvent& event) {
+    if (!(event.modifiers() & (Qt::MetaModifier | Qt::ControlModifier)))
+        return false;
+    constexpr int lastLatinKey = 0xff;
+    if (event.key() <= lastLatinKey)
+        return event.key() == Qt::Key_Z;
+    // A layout without Latin letters has no Z: there it is the key that prints one elsewhere.
+    return virtualKeyCodeFromNativeScanCode(event.nativeScanCode()) == virtual_key::ansiZ;
+}
+
+} // namespace
 
 OverlayKeyWindow::OverlayKeyWindow() {
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -26,6 +43,20 @@ OverlayCanvasView* OverlayKeyWindow::contentView() const {
 bool OverlayKeyWindow::firstResponderIsTextView() const {
     const QWidget* responder = focusWidget();
     return qobject_cast<const QTextEdit*>(responder) || qobject_cast<const QPlainTextEdit*>(responder);
+}
+
+KeyDownMonitor::Verdict OverlayKeyWindow::performKeyEquivalent(const QKeyEvent& event) {
+    if (!isCommandZ(event) || !contentView_)
+        return KeyDownMonitor::Verdict::pass;
+    const bool isRedo = event.modifiers().testFlag(Qt::ShiftModifier);
+    bool isHandled = false;
+    if (auto* editor = dynamic_cast<OverlayTextView*>(focusWidget())) {
+        using Step = OverlayTextView::HistoryStep;
+        isHandled = editor->performTypingStep(isRedo ? Step::redo : Step::undo);
+    } else {
+        isHandled = isRedo ? contentView_->performRedo() : contentView_->performUndo();
+    }
+    return isHandled ? KeyDownMonitor::Verdict::swallow : KeyDownMonitor::Verdict::pass;
 }
 
 void OverlayKeyWindow::resizeEvent(QResizeEvent*) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "overlay/KeyDownMonitor.h"
+
 #include <QPointer>
 #include <QWidget>
 
@@ -18,6 +20,10 @@ public:
 
     /// True while typed text goes into an editor.
     [[nodiscard]] bool firstResponderIsTextView() const;
+
+    /// Command-Z undoes and Command-Shift-Z redoes: typing while a text is edited, else annotations. Command
+    /// is the Super key or Control. Passed on when it is another key or there was nothing to do.
+    KeyDownMonitor::Verdict performKeyEquivalent(const QKeyEvent& event);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;

@@ -2,18 +2,23 @@
 
 #include "capture/service/TargetScreen.h"
 #include "diagnostics/GlimmerlyLog.h"
+#include "overlay/OverlayCanvasSelectionExport.h"
 #include "overlay/OverlayCanvasView.h"
 #include "platform/Application.h"
+#include "platform/MainQueue.h"
 #include "platform/OverlayWindows.h"
 #include "platform/Platform.h"
+#include "platform/SavePanel.h"
 #include "platform/Workspace.h"
 
+#include <QDateTime>
 #include <QKeyEvent>
 #include <QPointer>
 
 #include <unistd.h>
 
 #include <cerrno>
+#include <ctime>
 
 namespace glimmerly {
 
@@ -35,6 +40,8 @@ ScreenshotOverlayController& ScreenshotOverlayController::shared() {
                                                 .workspace = platform.workspace,
                                                 .overlayWindows = platform.overlayWindows,
                                                 .pasteboard = platform.pasteboard,
+                                                .savePanel = platform.savePanel,
+                                                .mainQueue = platform.mainQueue,
                                                 .bundleIdentifier = platform.bundle.identifier});
     }();
     return *instance;
@@ -63,8 +70,19 @@ void ScreenshotOverlayController::createWindow(const Screen& screen,
     frame.height += overlayExtraHeight;
     window_.reset(new OverlayKeyWindow);
     services_.overlayWindows.prepare(*window_, screen, frame);
-    window_->setContentView(new OverlayCanvasView(captureImageURL, {0, 0, frame.width, frame.height},
-                                                  {services_.screens, services_.pasteboard}, window_.get()));
+    auto* canvas = new OverlayCanvasView(captureImageURL, {0, 0, frame.width, frame.height},
+                                         {services_.screens, services_.pasteboard}, window_.get());
+    const QPointer<ScreenshotOverlayController> controller(this);
+    const auto whileAlive = [controller](auto action) {
+        return [controller, action] {
+            if (controller)
+                action(*controller);
+        };
+    };
+    canvas->onClose = whileAlive([](auto& self) { self.closeOverlay(); });
+    canvas->onDownload = whileAlive([](auto& self) { self.saveSelection(); });
+    canvas->onDone = whileAlive([](auto& self) { self.copyAndDismiss(); });
+    window_->setContentView(canvas);
 }
 
 void ScreenshotOverlayController::rememberApplicationToRestore() {
@@ -91,7 +109,7 @@ KeyDownMonitor::Verdict ScreenshotOverlayController::handleKeyDown(const QKeyEve
     // By what the layout makes of the key, not by its position: many have moved Escape to Caps Lock.
     const bool isReturn = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
     if (event.key() != Qt::Key_Escape && (!isReturn || window_->firstResponderIsTextView()))
-        return KeyDownMonitor::Verdict::pass;
+        return window_->performKeyEquivalent(event);
     if (event.isAutoRepeat()) // a key held down is pressed once
         return KeyDownMonitor::Verdict::swallow;
     if (isReturn)
@@ -112,6 +130,45 @@ bool ScreenshotOverlayController::copyAndDismiss() {
     }
     closeOverlay();
     return true;
+}
+
+void ScreenshotOverlayController::saveSelection() {
+    if (!window_)
+        return;
+    const auto image = window_->contentView()->croppedSelectionImage();
+    if (!image) {
+        GlimmerlyLog::error(log_category::overlay, "Save requested without a valid selection bitmap");
+        return;
+    }
+    closeOverlay();
+    services_.mainQueue.post([controller = QPointer(this), image = *image] {
+        if (controller)
+            controller->askWhereToSave(image);
+    });
+}
+
+void ScreenshotOverlayController::askWhereToSave(const Bitmap& image) {
+    services_.application.activateIgnoringOtherApps();
+    const auto answer = services_.savePanel.runModal({defaultCaptureFileName(services_.clock())});
+    if (answer.response == SavePanelResponse::cancel)
+        return;
+    if (!answer.location) {
+        GlimmerlyLog::error(log_category::overlay,
+                            "Save sheet completed without a URL despite non-cancel response");
+        return;
+    }
+    std::filesystem::path destination = *answer.location;
+    if (destination.extension().empty())
+        destination += ".png";
+    if (!writeCroppedImagePNG(image, destination))
+        GlimmerlyLog::error(log_category::overlay, "writeCroppedImagePNG returned false after save panel",
+                            {{"destination", destination.filename().string()}});
+}
+
+std::string defaultCaptureFileName(WallTime now) {
+    const std::time_t seconds = std::chrono::system_clock::to_time_t(now);
+    const QDateTime local = QDateTime::fromSecsSinceEpoch(seconds);
+    return "Glimmerly Capture " + local.toString("yyyy-MM-dd HH.mm.ss").toStdString() + ".png";
 }
 
 void ScreenshotOverlayController::closeOverlay() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Bitmap.h"
 #include "base/Clock.h"
 #include "capture/OverlayPresenter.h"
 #include "overlay/KeyDownMonitor.h"
@@ -15,9 +16,11 @@
 namespace glimmerly {
 
 class Application;
+class MainQueue;
 class OverlayWindows;
 class Pasteboard;
 class RunningApplication;
+class SavePanel;
 class Screens;
 class Workspace;
 struct Screen;
@@ -29,6 +32,8 @@ struct OverlayControllerServices {
     Workspace& workspace;
     OverlayWindows& overlayWindows;
     Pasteboard& pasteboard;
+    SavePanel& savePanel;
+    MainQueue& mainQueue;
     std::optional<std::string> bundleIdentifier;
     WallClock clock = systemClock();
 };
@@ -51,6 +56,9 @@ public:
     /// Copies the selection to the pasteboard and closes. False, with the overlay open as it was, while text
     /// is being typed or when the copy fails.
     bool copyAndDismiss();
+    /// Makes the picture of the selection, closes, and asks where to save it. Without a selection the overlay
+    /// stays open as it is.
+    void saveSelection();
 
     /// The open overlay's window; none between overlays.
     [[nodiscard]] OverlayKeyWindow* window() const { return window_.get(); }
@@ -66,6 +74,7 @@ private:
     void makeWindowKey();
     void installKeyDownMonitor();
     KeyDownMonitor::Verdict handleKeyDown(const QKeyEvent& event);
+    void askWhereToSave(const Bitmap& image);
     void deleteCaptureFile();
 
     OverlayControllerServices services_;
@@ -75,5 +84,8 @@ private:
     std::optional<WallTime> overlayOpenDate_;
     std::shared_ptr<RunningApplication> appToRestoreAfterOverlay_;
 };
+
+/// "Glimmerly Capture ", the local date and time, and ".png".
+[[nodiscard]] std::string defaultCaptureFileName(WallTime now);
 
 } // namespace glimmerly

@@ -13,6 +13,7 @@ class MainQueue;
 class OverlayWindows;
 class Pasteboard;
 class Preferences;
+class SavePanel;
 class ScreenCapture;
 class Screens;
 class StatusItem;
@@ -31,6 +32,7 @@ struct Platform {
     Workspace& workspace;
     OverlayWindows& overlayWindows;
     Pasteboard& pasteboard;
+    SavePanel& savePanel;
     Alerts& alerts;
     Images& images;
     HotkeyService& hotkeys;

@@ -10,6 +10,7 @@ namespace glimmerly {
 /// whatever the layout prints on it.
 namespace virtual_key {
 inline constexpr std::int64_t ansiA = 0;
+inline constexpr std::int64_t ansiZ = 6;
 inline constexpr std::int64_t returnKey = 36;
 inline constexpr std::int64_t escape = 53;
 inline constexpr std::int64_t keypadEnter = 76;

@@ -8,6 +8,7 @@
 #include "platform/qt/QtImages.h"
 #include "platform/qt/QtMainQueue.h"
 #include "platform/qt/QtPasteboard.h"
+#include "platform/qt/QtSavePanel.h"
 #include "platform/qt/QtPreferences.h"
 #include "platform/tray/TrayStatusItem.h"
 #include "platform/x11/X11HotkeyService.h"
@@ -71,6 +72,7 @@ struct Desktop::Services {
                    .workspace = workspace,
                    .overlayWindows = overlayWindows,
                    .pasteboard = pasteboard,
+                   .savePanel = savePanel,
                    .alerts = alerts,
                    .images = images,
                    .hotkeys = *hotkeys,
@@ -81,6 +83,7 @@ struct Desktop::Services {
     QtMainQueue mainQueue;
     QtPreferences preferences{preferencesFile()};
     QtPasteboard pasteboard;
+    QtSavePanel savePanel;
     QtAlerts alerts;
     QtImages images;
     TrayStatusItem statusItem;

@@ -45,11 +45,12 @@ public:
         QApplication::sendEvent(view.get(), &event);
     }
 
-    /// The whole canvas, drawn afresh, one pixel for each of the window's.
-    [[nodiscard]] QImage rendered() const {
+    /// The whole canvas, drawn afresh, one pixel for each of the window's; with `DrawChildren` also the texts
+    /// and the toolbar.
+    [[nodiscard]] QImage rendered(QWidget::RenderFlags flags = QWidget::DrawWindowBackground) const {
         QImage image((QSizeF(view->size()) * scale).toSize(), QImage::Format_RGB32);
         image.setDevicePixelRatio(scale);
-        view->render(&image);
+        view->render(&image, {}, {}, flags);
         image.setDevicePixelRatio(1);
         return image;
     }

@@ -3,8 +3,10 @@
 #include "overlay/OverlayCanvasView.h"
 #include "platform/png/PngEncoder.h"
 #include "tests/support/FakeApplication.h"
+#include "tests/support/FakeMainQueue.h"
 #include "tests/support/FakeOverlayWindows.h"
 #include "tests/support/FakePasteboard.h"
+#include "tests/support/FakeSavePanel.h"
 #include "tests/support/FakeScreens.h"
 #include "tests/support/FakeWorkspace.h"
 #include "tests/support/LogCapture.h"
@@ -97,6 +99,8 @@ protected:
     FakeWorkspace workspace;
     FakeOverlayWindows overlayWindows;
     FakePasteboard pasteboard;
+    FakeSavePanel savePanel;
+    FakeMainQueue mainQueue;
     std::vector<int> typed;
     std::unique_ptr<ScreenshotOverlayController> controller =
         std::make_unique<ScreenshotOverlayController>(OverlayControllerServices{
@@ -105,6 +109,8 @@ protected:
             .workspace = workspace,
             .overlayWindows = overlayWindows,
             .pasteboard = pasteboard,
+            .savePanel = savePanel,
+            .mainQueue = mainQueue,
             .bundleIdentifier = "app.glimmerly.Glimmerly",
         });
 };
@@ -160,8 +166,8 @@ TEST_F(ScreenshotOverlayControllerTest, RestoresAnyApplicationButThisOne) {
     EXPECT_EQ(activationsAfterOverlay("app.glimmerly.Glimmerly"), 0);
     EXPECT_EQ(activationsAfterOverlay(std::nullopt), 1);
 
-    controller = std::make_unique<ScreenshotOverlayController>(
-        OverlayControllerServices{application, screens, workspace, overlayWindows, pasteboard, std::nullopt});
+    controller = std::make_unique<ScreenshotOverlayController>(OverlayControllerServices{
+        application, screens, workspace, overlayWindows, pasteboard, savePanel, mainQueue, std::nullopt});
     EXPECT_EQ(activationsAfterOverlay("org.example.Editor"), 1);
     EXPECT_EQ(activationsAfterOverlay(std::nullopt), 0) << "two missing identifiers are equal";
 }

@@ -1,0 +1,271 @@
+#include "overlay/text/OverlayGrowingTextAnnotationView.h"
+#include "overlay/text/OverlayTextView.h"
+#include "overlay/toolbar/OverlayToolbarView.h"
+#include "overlay/toolbar/ToolbarIconButton.h"
+#include "tests/overlay/CanvasOnDisplay.h"
+
+#include <QKeyEvent>
+#include <gtest/gtest.h>
+
+#include <random>
+#include <set>
+
+namespace glimmerly {
+namespace {
+
+/// A canvas with a selection and the user's hands on it; positions are pixels of a display of scale 1.
+class CanvasAnnotations : public testing::Test {
+protected:
+    CanvasAnnotations() { canvas.select({100, 100}, {700, 400}); }
+
+    ToolbarIconButton& button(const QString& name) {
+        for (auto* each : canvas.view->toolbar().findChildren<ToolbarIconButton*>()) {
+            if (each->accessibleName() == name)
+                return *each;
+        }
+        throw std::runtime_error("no such button: " + name.toStdString());
+    }
+    void tap(const QString& name) { button(name).click(); }
+    void draw(const QString& tool, PixelPoint from, PixelPoint to) {
+        if (!button(tool).isOn())
+            tap(tool);
+        canvas.select(from, to);
+    }
+    void click(PixelPoint at) { canvas.select(at, at); }
+    OverlayTextView& editor() { return canvas.view->textViews().editedView()->textView(); }
+    void type(const QString& text) {
+        for (const QChar character : text) {
+            QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(character));
+            QApplication::sendEvent(&editor(), &press);
+        }
+    }
+    void writeText(PixelPoint at, const QString& text) {
+        if (!button("Text tool").isOn())
+            tap("Text tool");
+        click(at);
+        type(text);
+        canvas.view->endTextEditing();
+    }
+    [[nodiscard]] const std::vector<OverlayAnnotation>& list() const {
+        return canvas.view->annotations().appliedList();
+    }
+
+    CanvasOnDisplay canvas{{800, 600}};
+};
+
+TEST_F(CanvasAnnotations, TheFirstToolLightsRedAndDrawsWithIt) {
+    EXPECT_FALSE(canvas.view->toolbar().isHidden());
+    draw("Rectangle tool", {200, 200}, {260, 240});
+    ASSERT_EQ(list().size(), 1u);
+    EXPECT_EQ(list()[0].color, annotationPalette[0].color);
+    EXPECT_EQ(std::get<RectangleShape>(list()[0].kind).rect, (Rect{200, 601 - 240, 60, 40}));
+    draw("Arrow tool", {300, 300}, {301, 300});
+    EXPECT_EQ(list().size(), 1u) << "too short to be an arrow";
+}
+
+TEST_F(CanvasAnnotations, TheFirstTestThatHoldsDecidesWhatADragDoes) {
+    draw("Rectangle tool", {200, 200}, {300, 300});
+    const auto before = list();
+
+    canvas.select({700, 250}, {650, 250}); // a handle of the selection, though a tool is lit
+    EXPECT_EQ(canvas.view->selectionRect()->width, 550);
+    EXPECT_EQ(list(), before);
+
+    canvas.select({200, 250}, {210, 255}); // the body's west handle comes before drawing
+    EXPECT_EQ(std::get<RectangleShape>(list()[0].kind).rect.minX(), 210);
+    canvas.select({230, 200}, {240, 220}); // its outline moves it
+    EXPECT_EQ(std::get<RectangleShape>(list()[0].kind).rect.minX(), 220);
+    EXPECT_EQ(list().size(), 1u);
+
+    canvas.select({20, 20}, {60, 60}); // outside the selection nothing is drawn, nor selected anew
+    EXPECT_EQ(list().size(), 1u);
+    EXPECT_EQ(canvas.view->selectionRect()->width, 550);
+
+    tap("Rectangle tool"); // a colour alone draws nothing
+    canvas.select({400, 250}, {450, 300});
+    EXPECT_EQ(list().size(), 1u);
+}
+
+TEST_F(CanvasAnnotations, SelectingAnAnnotationLightsItsToolAndColourAndColoursIt) {
+    draw("Arrow tool", {200, 200}, {300, 300});
+    tap("Blue");
+    draw("Rectangle tool", {400, 200}, {500, 300});
+    click({250, 250});
+    EXPECT_TRUE(button("Arrow tool").isOn());
+    EXPECT_TRUE(button("Red").isOn());
+    tap("Green");
+    EXPECT_EQ(list()[0].color, annotationPalette[1].color);
+    EXPECT_EQ(list()[1].color, annotationPalette[2].color);
+    tap("Green"); // stays lit, and is no second change
+    EXPECT_TRUE(canvas.view->performUndo());
+    EXPECT_EQ(list()[0].color, annotationPalette[0].color);
+    tap("Undo");
+    EXPECT_EQ(list().size(), 1u);
+    tap("Redo");
+    EXPECT_EQ(list().size(), 2u);
+}
+
+TEST_F(CanvasAnnotations, ATextIsSelectedByTheFirstClickAndEditedByTheSecond) {
+    writeText({200, 200}, "word");
+    const Uuid id = list()[0].id;
+    const auto& view = *canvas.view->textViews().view(id);
+    click({220, 200});
+    EXPECT_EQ(canvas.view->annotations().selectedID(), id);
+    EXPECT_TRUE(view.isCanvasSelected());
+    EXPECT_FALSE(view.isEditing());
+    click({220, 200});
+    EXPECT_TRUE(view.isEditing());
+    EXPECT_FALSE(canvas.view->annotations().selectedID());
+    type("s");
+    EXPECT_EQ(std::get<TextLabel>(list()[0].kind).text, "words");
+}
+
+TEST_F(CanvasAnnotations, ATextMovesOnceTheDragIsLongEnough) {
+    writeText({200, 200}, "word");
+    const Point anchor = std::get<TextLabel>(list()[0].kind).anchor;
+    canvas.select({220, 200}, {224, 200});
+    EXPECT_EQ(std::get<TextLabel>(list()[0].kind).anchor, anchor);
+    canvas.select({220, 200}, {226, 210});
+    EXPECT_EQ(std::get<TextLabel>(list()[0].kind).anchor, anchor + (Point{6, -10}));
+    EXPECT_EQ(canvas.view->textViews().view(list()[0].id)->anchorInCanvas(), anchor + (Point{6, -10}));
+    EXPECT_EQ(canvas.view->annotations().undoStack().size(), 2u);
+}
+
+TEST_F(CanvasAnnotations, AnEmptyTextGoesHoweverItIsLeft) {
+    const std::vector<std::function<void()>> ways{
+        [&] { tap("Undo"); },
+        [&] { tap("Rectangle tool"); },
+        [&] { tap("Green"); },
+        [&] { canvas.select({700, 400}, {690, 390}); },
+        [&] { writeText({400, 300}, "another"); },
+        [&] { canvas.select({150, 420}, {150, 420}); },
+    };
+    for (const auto& leave : ways) {
+        if (!button("Text tool").isOn())
+            tap("Text tool");
+        click({300, 200});
+        ASSERT_TRUE(canvas.view->textViews().editedView());
+        type("  ");
+        const Uuid id = canvas.view->textViews().editedView()->annotationID();
+        leave();
+        canvas.view->endTextEditing();
+        EXPECT_FALSE(canvas.view->annotations().find(id));
+        EXPECT_FALSE(canvas.view->textViews().view(id));
+    }
+}
+
+TEST_F(CanvasAnnotations, ATextOutsideTheSelectionIsHiddenAndCannotBeClicked) {
+    writeText({650, 200}, "word");
+    const auto& view = *canvas.view->textViews().view(list()[0].id);
+    canvas.select({700, 250}, {600, 250});
+    EXPECT_TRUE(view.isHidden());
+    EXPECT_FALSE(canvas.view->textViews().textAnnotationContains({660, 401}, list()[0].id));
+    canvas.select({600, 250}, {700, 250});
+    EXPECT_FALSE(view.isHidden());
+    EXPECT_TRUE(canvas.view->textViews().textAnnotationContains({660, 401}, list()[0].id));
+}
+
+TEST_F(CanvasAnnotations, TheToolbarStandsBelowTheSelectionUntilItIsDragged) {
+    const auto bottomRight = [&] { return canvas.view->toolbar().geometry().bottomRight() + QPoint(1, 1); };
+    EXPECT_EQ(bottomRight(), QPoint(700, 401 + 10 + 44));
+    canvas.press({700, 400});
+    canvas.drag({720, 420});
+    EXPECT_TRUE(canvas.view->toolbar().isHidden());
+    canvas.release({720, 420});
+    EXPECT_EQ(bottomRight(), QPoint(720, 421 + 10 + 44));
+    canvas.view->toolbar().onHandleDragDelta(-30, 12);
+    canvas.select({720, 420}, {700, 400});
+    EXPECT_EQ(bottomRight(), QPoint(690, 421 + 10 + 44 - 12));
+}
+
+TEST_F(CanvasAnnotations, AnyActionsKeepTheInvariants) {
+    std::mt19937 random(11);
+    const auto below = [&](int limit) { return std::uniform_int_distribution(0, limit - 1)(random); };
+    const auto pixel = [&] { return PixelPoint{80 + below(650), 80 + below(350)}; };
+    const std::array buttons{"Rectangle tool", "Arrow tool", "Text tool", "Red",
+                             "Blue",           "White",      "Undo",      "Redo"};
+    for (int i = 0; i < 1500 && !HasFailure(); ++i) {
+        SCOPED_TRACE(i);
+        switch (below(5)) {
+        case 0:
+            tap(buttons[static_cast<std::size_t>(below(buttons.size()))]);
+            break;
+        case 1:
+            if (canvas.view->textViews().editedView())
+                type("x");
+            break;
+        case 2:
+            click(pixel());
+            break;
+        default:
+            canvas.select(pixel(), pixel());
+        }
+        std::set<Uuid> ids;
+        std::size_t texts = 0;
+        for (const auto& annotation : list()) {
+            EXPECT_TRUE(ids.insert(annotation.id).second);
+            if (!std::holds_alternative<TextLabel>(annotation.kind))
+                continue;
+            ++texts;
+            const auto* view = canvas.view->textViews().view(annotation.id);
+            ASSERT_TRUE(view);
+            EXPECT_EQ(view->textView().string().toStdString(), std::get<TextLabel>(annotation.kind).text);
+        }
+        EXPECT_EQ(canvas.view->textViews().count(), texts);
+        int tools = 0;
+        int colors = 0;
+        for (const auto* each : canvas.view->toolbar().findChildren<ToolbarIconButton*>()) {
+            if (each->isOn())
+                ++(each->accessibleName().endsWith("tool") ? tools : colors);
+        }
+        EXPECT_LE(tools, 1);
+        EXPECT_LE(colors, 1);
+        EXPECT_LE(tools, colors);
+    }
+}
+
+class CanvasAnnotationsAtScale : public testing::TestWithParam<double> {};
+
+TEST_P(CanvasAnnotationsAtScale, ThePictureIsWhatTheScreenShows) {
+    const double scale = GetParam();
+    CanvasOnDisplay canvas({1000, 700}, scale);
+    const auto at = [&](double x, double y) {
+        return PixelPoint{static_cast<int>(std::lround(x * scale)), static_cast<int>(std::lround(y * scale))};
+    };
+    canvas.select(at(40, 56), at(440, 280)); // with its tag above it
+    auto& toolbar = canvas.view->toolbar();
+    toolbar.onHandleDragDelta(0, -100);
+    toolbar.setSelectedColor("yellow");
+    toolbar.setSelectedTool(SelectionTool::rectangle);
+    canvas.select(at(60, 80), at(160, 120));
+    toolbar.setSelectedTool(SelectionTool::arrow);
+    canvas.select(at(200, 220), at(330, 70));
+    canvas.select(at(380, 220), at(500, 250)); // leaves the selection
+    toolbar.setSelectedTool(SelectionTool::text);
+    canvas.select(at(70, 180), at(70, 180));
+    QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, "Text Ág");
+    QApplication::sendEvent(&canvas.view->textViews().editedView()->textView(), &press);
+    canvas.view->endTextEditing();
+    ASSERT_EQ(canvas.view->annotations().appliedList().size(), 4u);
+
+    const auto exported = canvas.view->croppedSelectionImage();
+    ASSERT_TRUE(exported);
+    const PixelPoint corner = at(40, 56);
+    const QImage shown = canvas.rendered(QWidget::DrawChildren);
+    const int edge = static_cast<int>(6 * scale); // the selection's own frame and handles
+    int different = 0;
+    for (int y = edge; y < exported->height() - edge; ++y) {
+        for (int x = edge; x < exported->width() - edge; ++x) {
+            if (shown.pixel(corner.x + x, corner.y + canvas.rowsAbove + y) !=
+                exported->row(y)[static_cast<std::size_t>(x)])
+                ++different;
+        }
+    }
+    // A widget's clip is rounded to whole pixels on the screen: the tip of an accent may be cut there.
+    EXPECT_LE(different, scale == std::floor(scale) ? 0 : 8);
+}
+
+INSTANTIATE_TEST_SUITE_P(Scales, CanvasAnnotationsAtScale, testing::Values(1.0, 1.25, 1.5, 2.0));
+
+} // namespace
+} // namespace glimmerly

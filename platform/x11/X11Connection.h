@@ -10,9 +10,13 @@
 
 namespace glimmerly {
 
+struct XcbFree {
+    void operator()(void* reply) const { std::free(reply); }
+};
+
 /// Frees what XCB hands out with malloc: replies, errors and events.
 template <typename T>
-using XcbOwned = std::unique_ptr<T, decltype([](T* reply) { std::free(reply); })>;
+using XcbOwned = std::unique_ptr<T, XcbFree>;
 
 /// A connection of our own to the X server. Each backend that waits for replies or receives events has one to
 /// itself, so that no reply swallows another's events and Qt's own connection is never touched.

@@ -73,29 +73,23 @@ TEST_F(QtPreferencesTest, AreOnDiskAtOnceInTheFormThatOthersRead) {
 }
 
 TEST_F(QtPreferencesTest, AreTheirOwnersAloneWhateverTheUmask) {
+    const auto expectPrivate = [&] {
+        EXPECT_EQ(modeOf(file), 0600U);
+        EXPECT_EQ(modeOf(file.parent_path()), 0700U);
+    };
     for (const mode_t mask : {0U, 077U, 0777U}) {
         const ScopedUmask umask(mask);
         std::filesystem::remove_all(scratch.path() / "config");
-        QtPreferences preferences(file);
-        EXPECT_EQ(modeOf(file), 0600U);
-        preferences.setData("a", "1");
-        preferences.setData("a", "2");
-        EXPECT_EQ(modeOf(file), 0600U);
-        EXPECT_EQ(modeOf(file.parent_path()), 0700U);
-        EXPECT_EQ(reread("a"), "2");
+        QtPreferences(file).setData("a", "1");
+        expectPrivate();
     }
-}
-
-TEST_F(QtPreferencesTest, TightenWhatAnEarlierHandLeftOpen) {
-    std::filesystem::create_directories(file.parent_path());
-    writeContent(file, "[General]\na=@ByteArray(1)\n");
     std::filesystem::permissions(file, std::filesystem::perms(0666));
+    std::filesystem::permissions(file.parent_path(), std::filesystem::perms(0777));
     QtPreferences preferences(file);
     EXPECT_EQ(preferences.data("a"), "1");
-    EXPECT_EQ(modeOf(file), 0600U);
+    expectPrivate();
     preferences.setData("a", "2");
-    EXPECT_EQ(modeOf(file), 0600U);
-    EXPECT_EQ(modeOf(file.parent_path()), 0700U);
+    expectPrivate();
 }
 
 TEST_F(QtPreferencesTest, ReadWhatAPersonTypedIn) {

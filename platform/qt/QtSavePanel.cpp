@@ -2,10 +2,22 @@
 
 #include "platform/qt/QtConversions.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QStandardPaths>
 
 namespace glimmerly {
+
+namespace {
+
+/// The user's folder of pictures, where there is one.
+QString firstDirectory() {
+    const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+    return QFileInfo(pictures).isDir() ? pictures : QDir::homePath();
+}
+
+} // namespace
 
 SavePanelAnswer QtSavePanel::runModal(const SavePanelRequest& request) {
     QFileDialog panel;
@@ -14,12 +26,14 @@ SavePanelAnswer QtSavePanel::runModal(const SavePanelRequest& request) {
     panel.setMimeTypeFilters({"image/png"});
     // Added by the dialog itself, so that it asks before it replaces the file that is really written.
     panel.setDefaultSuffix("png");
+    panel.setDirectory(QFileInfo(directory_).isDir() ? directory_ : firstDirectory());
     panel.selectFile(toQString(request.nameField));
     if (panel.exec() != QDialog::Accepted)
         return {};
     const QStringList chosen = panel.selectedFiles();
     if (chosen.isEmpty() || chosen.front().isEmpty())
         return {SavePanelResponse::ok, std::nullopt};
+    directory_ = panel.directory().absolutePath();
     return {SavePanelResponse::ok, QFileInfo(chosen.front()).filesystemAbsoluteFilePath()};
 }
 

@@ -2,12 +2,17 @@
 
 #include "platform/SavePanel.h"
 
+#include <QString>
+
 namespace glimmerly {
 
 /// Qt's file dialog, or the desktop's own where Qt brings it along.
 class QtSavePanel : public SavePanel {
 public:
     SavePanelAnswer runModal(const SavePanelRequest& request) override;
+
+private:
+    QString directory_; ///< where the last picture was saved
 };
 
 } // namespace glimmerly

@@ -4,6 +4,7 @@
 
 #include <QCursor>
 #include <QGuiApplication>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
@@ -14,6 +15,8 @@
 namespace glimmerly {
 
 namespace {
+
+constexpr int explanationWidth = 360;
 
 QMessageBox::Icon iconFor(AlertStyle style) {
     switch (style) {
@@ -38,6 +41,17 @@ void centerOnDisplayUnderMouse(QMessageBox& box) {
     box.move(area.center() - QPoint(box.width() / 2, box.height() / 2));
 }
 
+/// The message stands out from the explanation below it, which has room for a path.
+void styleLabels(QMessageBox& box) {
+    if (auto* message = box.findChild<QLabel*>("qt_msgbox_label")) {
+        QFont font = message->font();
+        font.setBold(true);
+        message->setFont(font);
+    }
+    if (auto* explanation = box.findChild<QLabel*>("qt_msgbox_informativelabel"))
+        explanation->setMinimumWidth(explanationWidth);
+}
+
 /// The buttons, left to right as the desktop orders them, the first one chosen by Return.
 std::vector<QAbstractButton*> addButtons(QMessageBox& box, const std::vector<std::string>& titles) {
     std::vector<QAbstractButton*> buttons;
@@ -60,8 +74,11 @@ int QtAlerts::runModal(const Alert& alert) {
     box.setTextFormat(Qt::PlainText);
     box.setText(toQString(alert.messageText));
     box.setInformativeText(toQString(alert.informativeText));
-    box.setWindowModality(Qt::ApplicationModal);
+    // The caller waits, but other windows of ours stay in use: a screenshot asked for meanwhile must not open
+    // an overlay that covers the alert and takes no keys because of it.
+    box.setWindowModality(Qt::WindowModal);
     box.setWindowFlag(Qt::WindowStaysOnTopHint);
+    styleLabels(box);
     const auto buttons = addButtons(box, alert.buttons);
 
     centerOnDisplayUnderMouse(box);

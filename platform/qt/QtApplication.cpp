@@ -2,8 +2,10 @@
 
 #include "platform/qt/KeyNames.h"
 #include "platform/qt/QtConversions.h"
+#include "platform/qt/QtImages.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QWindow>
 
 #include <cstdlib>
@@ -60,6 +62,8 @@ QtApplication::QtApplication(int& argc, char** argv, const BundleInfo& bundle) {
     QCoreApplication::setApplicationName(toQString(bundle.applicationName()));
     toolkit_ = std::make_unique<Toolkit>(argc, argv);
     QCoreApplication::installTranslator(&toolkit_->keyNames);
+    if (const auto icon = QtImages().applicationIcon())
+        QGuiApplication::setWindowIcon(*icon);
 }
 
 QtApplication::~QtApplication() = default;

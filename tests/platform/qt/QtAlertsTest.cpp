@@ -1,10 +1,12 @@
 #include "platform/qt/QtAlerts.h"
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
 #include <gtest/gtest.h>
 
 namespace glimmerly {
@@ -47,6 +49,19 @@ TEST(QtAlertsTest, ShowsTheAlertInFrontWhileTheMainLoopGoesOn) {
                                             .buttons = {"OK"}});
     EXPECT_EQ(choice, 0);
     EXPECT_EQ(turns, 1);
+}
+
+TEST(QtAlertsTest, LeavesOurOtherWindowsInUse) {
+    QLineEdit overlay;
+    overlay.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&overlay));
+    whenOpen([&](QMessageBox& box) {
+        overlay.activateWindow();
+        QTest::keyClick(overlay.windowHandle(), Qt::Key_A);
+        box.accept();
+    });
+    QtAlerts().runModal({.messageText = "Wait", .informativeText = "", .buttons = {"OK"}});
+    EXPECT_EQ(overlay.text(), "a");
 }
 
 TEST(QtAlertsTest, AnswersWithTheButtonThatWasChosen) {

@@ -18,9 +18,9 @@ namespace glimmerly {
 /// the process ends, however that happens.
 class SingleInstance {
 public:
-    /// Takes the right, or hands over to the process that has it and answers none: that process has then
-    /// heard of this start. `directory` must be the user's own; `session` tells display sessions apart.
-    /// Waits for a process that is just starting or ending, at most 5 seconds.
+    /// Takes the right, or hands over to the process that has it and answers none. Waits until that process
+    /// has heard of this start, or has given the right up, but no longer than 5 seconds. `directory` must be
+    /// the user's own; `session` tells display sessions apart. An error when neither can be found out.
     [[nodiscard]] static Result<std::optional<SingleInstance>> claim(const std::filesystem::path& directory,
                                                                      std::string_view session);
     /// The same for this user and the display session that the environment names.

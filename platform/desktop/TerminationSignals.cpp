@@ -32,10 +32,15 @@ void drain() {
     }
 }
 
+/// nohup's wish is respected. Shells also have what they start in the background ignore SIGINT, but that is
+/// only meant for the terminal's key.
+bool isToBeIgnored(int signal) {
+    struct sigaction inherited{};
+    return signal == SIGHUP && ::sigaction(signal, nullptr, &inherited) == 0 &&
+           inherited.sa_handler == SIG_IGN;
+}
+
 void install(int signal) {
-    struct sigaction previous{};
-    if (::sigaction(signal, nullptr, &previous) != 0 || previous.sa_handler == SIG_IGN)
-        return;
     struct sigaction action{};
     action.sa_handler = noteSignal;
     action.sa_flags = SA_RESTART;
@@ -52,8 +57,10 @@ TerminationSignals::TerminationSignals(std::function<void()> handler) {
         drain();
         handler();
     });
-    for (const int signal : signals)
-        install(signal);
+    for (const int signal : signals) {
+        if (!isToBeIgnored(signal))
+            install(signal);
+    }
 }
 
 TerminationSignals::~TerminationSignals() = default;

@@ -30,10 +30,17 @@ OverlayKeyWindow::OverlayKeyWindow() {
     setMouseTracking(true);
 }
 
-void OverlayKeyWindow::setContentView(OverlayCanvasView* canvas) {
-    canvas->setParent(this);
-    canvas->setGeometry(rect());
-    contentView_ = canvas;
+OverlayKeyWindow::~OverlayKeyWindow() = default;
+
+void OverlayKeyWindow::setContentView(std::unique_ptr<OverlayCanvasView> canvas) {
+    if (contentView_)
+        contentView_->deleteLater();
+    contentView_ = canvas.release();
+    if (!contentView_)
+        return;
+    contentView_->setParent(this);
+    contentView_->setGeometry(rect());
+    contentView_->show();
 }
 
 OverlayCanvasView* OverlayKeyWindow::contentView() const {

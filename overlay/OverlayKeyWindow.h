@@ -5,6 +5,8 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <memory>
+
 namespace glimmerly {
 
 class OverlayCanvasView;
@@ -13,9 +15,11 @@ class OverlayCanvasView;
 class OverlayKeyWindow : public QWidget {
 public:
     OverlayKeyWindow();
+    ~OverlayKeyWindow() override;
 
-    /// Takes `canvas` as its one child, at its top-left corner and of its size.
-    void setContentView(OverlayCanvasView* canvas);
+    /// Takes `canvas`, or nothing, as its one child, at its top-left corner and of its size. The earlier one
+    /// goes away as soon as no event is on its way to it.
+    void setContentView(std::unique_ptr<OverlayCanvasView> canvas);
     [[nodiscard]] OverlayCanvasView* contentView() const;
 
     /// True while typed text goes into an editor.

@@ -68,10 +68,10 @@ void ScreenshotOverlayController::createWindow(const Screen& screen,
                                                const std::filesystem::path& captureImageURL) {
     Rect frame = screen.frame;
     frame.height += overlayExtraHeight;
-    window_.reset(new OverlayKeyWindow);
-    services_.overlayWindows.prepare(*window_, screen, frame);
-    auto* canvas = new OverlayCanvasView(captureImageURL, {0, 0, frame.width, frame.height},
-                                         {services_.screens, services_.pasteboard}, window_.get());
+    window_ = windowFor(screen, frame);
+    auto canvas =
+        std::make_unique<OverlayCanvasView>(captureImageURL, Rect{0, 0, frame.width, frame.height},
+                                            OverlayCanvasServices{services_.screens, services_.pasteboard});
     const QPointer<ScreenshotOverlayController> controller(this);
     const auto whileAlive = [controller](auto action) {
         return [controller, action] {
@@ -82,7 +82,17 @@ void ScreenshotOverlayController::createWindow(const Screen& screen,
     canvas->onClose = whileAlive([](auto& self) { self.closeOverlay(); });
     canvas->onDownload = whileAlive([](auto& self) { self.saveSelection(); });
     canvas->onDone = whileAlive([](auto& self) { self.copyAndDismiss(); });
-    window_->setContentView(canvas);
+    window_->setContentView(std::move(canvas));
+}
+
+/// The window of the overlay before, when it was for the same screen as that is now.
+std::unique_ptr<OverlayKeyWindow> ScreenshotOverlayController::windowFor(const Screen& screen, Rect frame) {
+    auto spare = std::exchange(spare_, {screen, nullptr});
+    if (spare.window && spare.screen == screen)
+        return std::move(spare.window);
+    auto window = std::make_unique<OverlayKeyWindow>();
+    services_.overlayWindows.prepare(*window, screen, frame);
+    return window;
 }
 
 void ScreenshotOverlayController::rememberApplicationToRestore() {
@@ -174,12 +184,18 @@ std::string defaultCaptureFileName(WallTime now) {
 void ScreenshotOverlayController::closeOverlay() {
     overlayOpenDate_.reset();
     keyDownMonitor_.reset();
-    if (window_)
-        services_.overlayWindows.orderOut(*window_);
-    window_.reset();
+    closeWindow();
     if (const auto application = std::exchange(appToRestoreAfterOverlay_, nullptr))
         application->activateAllWindows();
     deleteCaptureFile();
+}
+
+void ScreenshotOverlayController::closeWindow() {
+    if (!window_)
+        return;
+    services_.overlayWindows.orderOut(*window_);
+    window_->setContentView(nullptr);
+    spare_.window = std::move(window_);
 }
 
 void ScreenshotOverlayController::deleteCaptureFile() {

@@ -5,6 +5,7 @@
 #include "capture/OverlayPresenter.h"
 #include "overlay/KeyDownMonitor.h"
 #include "overlay/OverlayKeyWindow.h"
+#include "platform/Screens.h"
 
 #include <QObject>
 
@@ -21,9 +22,7 @@ class OverlayWindows;
 class Pasteboard;
 class RunningApplication;
 class SavePanel;
-class Screens;
 class Workspace;
-struct Screen;
 
 /// What the controller uses of the desktop.
 struct OverlayControllerServices {
@@ -64,12 +63,16 @@ public:
     [[nodiscard]] OverlayKeyWindow* window() const { return window_.get(); }
 
 private:
-    /// A window may be closed by an event that is on its way to it.
-    struct DeleteLater {
-        void operator()(QObject* object) const { object->deleteLater(); }
+    /// A window between overlays. To make its memory anew takes longer than everything else that shows an
+    /// overlay.
+    struct SpareWindow {
+        Screen screen;
+        std::unique_ptr<OverlayKeyWindow> window;
     };
 
     void createWindow(const Screen& screen, const std::filesystem::path& captureImageURL);
+    std::unique_ptr<OverlayKeyWindow> windowFor(const Screen& screen, Rect frame);
+    void closeWindow();
     void rememberApplicationToRestore();
     void makeWindowKey();
     void installKeyDownMonitor();
@@ -78,7 +81,8 @@ private:
     void deleteCaptureFile();
 
     OverlayControllerServices services_;
-    std::unique_ptr<OverlayKeyWindow, DeleteLater> window_;
+    std::unique_ptr<OverlayKeyWindow> window_;
+    SpareWindow spare_;
     std::optional<std::filesystem::path> captureImageURL_;
     std::unique_ptr<KeyDownMonitor> keyDownMonitor_;
     std::optional<WallTime> overlayOpenDate_;

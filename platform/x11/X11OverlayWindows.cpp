@@ -84,6 +84,9 @@ void X11OverlayWindows::makeKeyAndOrderFront(QWidget& window) {
     keeper_.emplace(*connection_, static_cast<xcb_window_t>(window.winId()), area_);
     keeper_->orderFront();
     window.show(); // Qt waits until the server has mapped it
+    // Qt asks for a first paint by an event that may come after the one that paints: then it would paint
+    // twice.
+    QCoreApplication::sendPostedEvents(&window, QEvent::UpdateLater);
     keeper_->takeFocus();
 }
 

@@ -176,14 +176,33 @@ TEST_F(ScreenshotOverlayControllerTest, ANewCaptureReplacesTheOpenOne) {
     const auto first = newCaptureFile("first.png");
     const auto second = newCaptureFile("second.png");
     controller->presentOverlay(first);
-    const QPointer<QWidget> firstWindow = controller->window();
+    const QPointer<QWidget> firstCanvas = controller->window()->contentView();
     controller->presentOverlay(second);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 
-    EXPECT_EQ(firstWindow, nullptr);
+    EXPECT_EQ(firstCanvas, nullptr);
     EXPECT_FALSE(exists(first));
     EXPECT_TRUE(exists(second));
     EXPECT_TRUE(controller->window()->isVisible());
+}
+
+TEST_F(ScreenshotOverlayControllerTest, KeepsItsWindowUntilTheScreenChanges) {
+    controller->presentOverlay(newCaptureFile());
+    const QPointer<QWidget> window = controller->window();
+    controller->closeOverlay();
+    EXPECT_TRUE(window->isHidden());
+    controller->presentOverlay(newCaptureFile());
+    EXPECT_EQ(controller->window(), window);
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_TRUE(controller->window()->contentView()->isVisible());
+    EXPECT_EQ(window->focusWidget(), controller->window()->contentView());
+    controller->closeOverlay();
+
+    screens.all = {FakeScreens::display({1920, 1200}, 1.5)};
+    controller->presentOverlay(newCaptureFile());
+    EXPECT_EQ(window, nullptr);
+    EXPECT_EQ(overlayWindows.screen, screens.all[0]);
+    EXPECT_EQ(controller->window()->contentView()->size(), QSize(1280, 802));
 }
 
 TEST_F(ScreenshotOverlayControllerTest, AFileThatCannotBeDeletedIsLoggedAndForgotten) {

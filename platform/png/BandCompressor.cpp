@@ -49,11 +49,11 @@ public:
                                         SearchDepth depth) override {
         if (!ready_ || deflateReset(&stream_) != Z_OK)
             return std::nullopt;
-        // In the grain of a photo a long search finds only chance repetitions that cost more than they save.
+        // In text and in grain a long search finds little, and far matches cost more than near ones.
         if (depth == SearchDepth::shallow)
             deflateTune(&stream_, 4, 6, 12, 2);
         else
-            deflateTune(&stream_, 8, 16, 128, 24);
+            deflateTune(&stream_, 8, 16, 128, 32);
         stream_.next_in = const_cast<Bytef*>(band.data());
         stream_.avail_in = static_cast<uInt>(band.size());
         stream_.next_out = out.data();

@@ -20,6 +20,9 @@ namespace {
 /// Large enough to compress well on its own, small enough for two threads to share a picture evenly.
 constexpr std::size_t wantedBandBytes = std::size_t{1} << 20;
 
+/// Below it a band is flat or smooth, and a long search pays; text on a photo costs 2, grain 4.
+constexpr double smoothCostPerByte = 1.2;
+
 /// How a picture is cut into bands.
 struct Bands {
     PngColour colour;
@@ -73,8 +76,10 @@ public:
     void operator()(int band) {
         const std::uint64_t cost = filterBand(band);
         const std::span<const std::uint8_t> filtered(filtered_.octets(), bands_.bytes(band));
-        // Photos with grain cost about 7 a byte, smooth ones 3, text less than 1.
-        const auto depth = cost > 5 * filtered.size() ? SearchDepth::shallow : SearchDepth::deep;
+        const auto depth =
+            static_cast<double>(cost) < smoothCostPerByte * static_cast<double>(filtered.size())
+                ? SearchDepth::deep
+                : SearchDepth::shallow;
         const std::size_t room = compressedBound(filtered.size());
         const auto length =
             compressor_->compress(filtered, {chunks_.octets() + used_ + chunkDataOffset, room}, depth);

@@ -3,7 +3,6 @@
 #include "platform/png/Simd.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 
 namespace glimmerly {
@@ -12,40 +11,44 @@ namespace {
 
 using Octet = std::uint8_t;
 
-/// One row to filter: `left` is `row` one pixel earlier, `upperLeft` the same of `above`.
-struct Neighbourhood {
-    const Octet* row;
-    const Octet* left;
-    const Octet* above;
-    const Octet* upperLeft;
-    std::size_t size;
-};
+/// The four bytes of each filter's formula: `left` is the row one pixel earlier, `upperLeft` that of the row
+/// above. `out` overlaps none of them.
+using Subtract = void (*)(const Octet* row, const Octet* left, const Octet* above, const Octet* upperLeft,
+                          std::size_t size, Octet* __restrict out);
 
-GLIMMERLY_SIMD void subtractLeft(const Neighbourhood& at, Octet* out) {
-    for (std::size_t i = 0; i < at.size; ++i)
-        out[i] = static_cast<Octet>(at.row[i] - at.left[i]);
+GLIMMERLY_SIMD void subtractLeft(const Octet* row, const Octet* left, const Octet*, const Octet*,
+                                 std::size_t size, Octet* __restrict out) {
+    for (std::size_t i = 0; i < size; ++i)
+        out[i] = static_cast<Octet>(row[i] - left[i]);
 }
 
-GLIMMERLY_SIMD void subtractAbove(const Neighbourhood& at, Octet* out) {
-    for (std::size_t i = 0; i < at.size; ++i)
-        out[i] = static_cast<Octet>(at.row[i] - at.above[i]);
+GLIMMERLY_SIMD void subtractAbove(const Octet* row, const Octet*, const Octet* above, const Octet*,
+                                  std::size_t size, Octet* __restrict out) {
+    for (std::size_t i = 0; i < size; ++i)
+        out[i] = static_cast<Octet>(row[i] - above[i]);
 }
 
-GLIMMERLY_SIMD void subtractAverage(const Neighbourhood& at, Octet* out) {
-    for (std::size_t i = 0; i < at.size; ++i)
-        out[i] = static_cast<Octet>(at.row[i] - (at.left[i] + at.above[i]) / 2);
+GLIMMERLY_SIMD void subtractAverage(const Octet* row, const Octet* left, const Octet* above, const Octet*,
+                                    std::size_t size, Octet* __restrict out) {
+    for (std::size_t i = 0; i < size; ++i)
+        out[i] = static_cast<Octet>(row[i] - (left[i] + above[i]) / 2);
 }
 
-GLIMMERLY_SIMD void subtractPaeth(const Neighbourhood& at, Octet* out) {
-    for (std::size_t i = 0; i < at.size; ++i) {
-        const auto a = static_cast<std::int16_t>(at.left[i]);
-        const auto b = static_cast<std::int16_t>(at.above[i]);
-        const auto c = static_cast<std::int16_t>(at.upperLeft[i]);
-        const auto toA = static_cast<std::int16_t>(std::abs(b - c));
-        const auto toB = static_cast<std::int16_t>(std::abs(a - c));
-        const auto toC = static_cast<std::int16_t>(std::abs(a + b - 2 * c));
+GLIMMERLY_SIMD void subtractPaeth(const Octet* row, const Octet* left, const Octet* above,
+                                  const Octet* upperLeft, std::size_t size, Octet* __restrict out) {
+    for (std::size_t i = 0; i < size; ++i) {
+        const auto a = static_cast<std::int16_t>(left[i]);
+        const auto b = static_cast<std::int16_t>(above[i]);
+        const auto c = static_cast<std::int16_t>(upperLeft[i]);
+        const auto p = static_cast<std::int16_t>(b - c);
+        const auto q = static_cast<std::int16_t>(a - c);
+        const auto r = static_cast<std::int16_t>(p + q);
+        const auto toA = static_cast<std::int16_t>(p < 0 ? -p : p);
+        const auto toB = static_cast<std::int16_t>(q < 0 ? -q : q);
+        const auto toC = static_cast<std::int16_t>(r < 0 ? -r : r);
         const std::int16_t nearer = toB <= toC ? b : c;
-        out[i] = static_cast<Octet>(at.row[i] - (toA <= toB && toA <= toC ? a : nearer));
+        const std::int16_t predicted = toA <= std::min(toB, toC) ? a : nearer;
+        out[i] = static_cast<Octet>(row[i] - predicted);
     }
 }
 
@@ -85,20 +88,18 @@ void RowFilter::restart() {
 }
 
 std::uint64_t RowFilter::apply(Octet* out) {
-    using Subtract = void (*)(const Neighbourhood&, Octet*);
     constexpr std::array<Subtract, 4> subtractions{subtractLeft, subtractAbove, subtractAverage,
                                                    subtractPaeth};
     const std::size_t tried = choice_ == FilterChoice::all ? 4 : 2;
 
     const Octet* row = rowOf(current_).data();
     const Octet* above = rowOf(1 - current_).data();
-    const Neighbourhood at{row, row - bytesPerPixel_, above, above - bytesPerPixel_, bytesPerRow_};
     const Octet* best = row;
     std::uint64_t lowest = cost(row, bytesPerRow_);
     *out = static_cast<Octet>(PngFilter::none);
     Octet* candidate = memory_.octets() + 2 * (bytesPerPixel_ + bytesPerRow_);
     for (std::size_t i = 0; i < tried && lowest > 0; ++i, candidate += bytesPerRow_) {
-        subtractions[i](at, candidate);
+        subtractions[i](row, row - bytesPerPixel_, above, above - bytesPerPixel_, bytesPerRow_, candidate);
         const std::uint64_t price = cost(candidate, bytesPerRow_);
         if (price < lowest) {
             lowest = price;

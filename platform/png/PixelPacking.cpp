@@ -11,7 +11,7 @@ namespace glimmerly {
 namespace {
 
 using Pixel = Bitmap::Pixel;
-using Octets = std::uint8_t [[gnu::vector_size(16)]];
+using Octets [[gnu::vector_size(16)]] = std::uint8_t;
 
 constexpr Pixel opaque = 0xff000000;
 constexpr std::size_t pixelsPerStep = 4;

@@ -10,6 +10,7 @@
 #include "tests/support/FakeOverlayWindows.h"
 #include "tests/support/FakePasteboard.h"
 #include "tests/support/FakePreferences.h"
+#include "tests/support/FakeSavePanel.h"
 #include "tests/support/FakeScreenCapture.h"
 #include "tests/support/FakeScreens.h"
 #include "tests/support/FakeStatusItem.h"
@@ -71,6 +72,7 @@ struct FakePlatform {
     FakeWorkspace workspace;
     FakeOverlayWindows overlayWindows;
     FakePasteboard pasteboard;
+    FakeSavePanel savePanel;
     FakeAlerts alerts;
     FakeImages images;
     RecordingHotkeyService hotkeys;
@@ -86,6 +88,7 @@ struct FakePlatform {
                       .workspace = workspace,
                       .overlayWindows = overlayWindows,
                       .pasteboard = pasteboard,
+                      .savePanel = savePanel,
                       .alerts = alerts,
                       .images = images,
                       .hotkeys = hotkeys,

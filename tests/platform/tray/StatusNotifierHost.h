@@ -9,13 +9,17 @@
 #include <QDBusVirtualObject>
 #include <QStringList>
 
+#include <cstdlib>
+#include <string>
+
 namespace glimmerly {
 
 /// A panel that shows StatusNotifierItems and their menus, on a connection of its own to the session bus. It
 /// answers while the test's event loop runs, and keeps that running while it asks.
 class StatusNotifierHost : public QDBusVirtualObject {
 public:
-    StatusNotifierHost() : bus_(QDBusConnection::connectToBus(QDBusConnection::SessionBus, "panel")) {
+    explicit StatusNotifierHost(const std::string& busAddress = ::getenv("DBUS_SESSION_BUS_ADDRESS"))
+        : bus_(QDBusConnection::connectToBus(QString::fromStdString(busAddress), "panel")) {
         registerTrayTypes();
         bus_.registerVirtualObject("/StatusNotifierWatcher", this);
     }

@@ -221,10 +221,10 @@ TEST_F(GlimmerlyLogSinkTest, LeavesWholeLinesOnAFullDisk) {
     wait(sink);
     {
         const FileSizeLimit limit(200);
-        for (int i = 0; i < 60; ++i)
+        for (int i = 0; i < 3; ++i)
             sink.write(record("too much"));
         wait(sink);
-        EXPECT_LE(fs::file_size(file()), 200U);
+        EXPECT_THAT(lines(), ElementsAre(HasSubstr("whole"))) << "no fragment behind it";
     }
     sink.write(record("again"));
     wait(sink);

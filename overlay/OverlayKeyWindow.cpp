@@ -66,6 +66,20 @@ KeyDownMonitor::Verdict OverlayKeyWindow::performKeyEquivalent(const QKeyEvent& 
     return isHandled ? KeyDownMonitor::Verdict::swallow : KeyDownMonitor::Verdict::pass;
 }
 
+// Qt 6.4 rounds a mouse position to whole points before it looks for the child there: at a scale of 2 or more
+// the last column and row of pixels round to a point beyond the canvas, and their events end here.
+bool OverlayKeyWindow::event(QEvent* event) {
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseMove:
+        return contentView_ && static_cast<QObject*>(contentView_)->event(event);
+    default:
+        return QWidget::event(event);
+    }
+}
+
 void OverlayKeyWindow::resizeEvent(QResizeEvent*) {
     if (contentView_)
         contentView_->setGeometry(rect());

@@ -30,6 +30,7 @@ public:
     KeyDownMonitor::Verdict performKeyEquivalent(const QKeyEvent& event);
 
 protected:
+    bool event(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:

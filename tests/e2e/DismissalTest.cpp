@@ -1,0 +1,80 @@
+// What an overlay leaves behind: nothing but, when asked for, the picture on the clipboard.
+#include "tests/e2e/support/Session.h"
+
+namespace glimmerly::e2e {
+namespace {
+
+TEST(Dismissal, EscapeLeavesNoTrace) {
+    Session session;
+    const auto& client = session.desktop.client();
+    session.clipboard.setText(session.desktop, "kept");
+    session.desktop.start({"xterm", "-geometry", "60x20+100+100"});
+    const auto active = [&] {
+        return client.windowProperty(client.root(), "_NET_ACTIVE_WINDOW").value_or(XCB_NONE);
+    };
+    ASSERT_TRUE(waitUntil([&] { return active() != XCB_NONE; }));
+    const auto window = active();
+    const auto focus = client.focusedWindow();
+
+    ASSERT_TRUE(session.openOverlay());
+    ASSERT_EQ(session.program.captureFiles().size(), 1U);
+    session.robot.drag({50, 50}, {400, 300});
+    session.robot.type({Key::escape});
+    ASSERT_TRUE(session.waitForNoOverlay());
+
+    EXPECT_TRUE(waitUntil([&] { return active() == window && client.focusedWindow() == focus; }))
+        << "active " << active() << ", was " << window << "; focus " << client.focusedWindow() << ", was "
+        << focus;
+    EXPECT_TRUE(session.program.captureFiles().empty());
+    EXPECT_EQ(session.clipboard.text(), "kept");
+}
+
+TEST(Dismissal, AfterACopyThePreviousWindowIsActiveAgain) {
+    Session session;
+    const auto& client = session.desktop.client();
+    session.desktop.start({"xterm", "-geometry", "60x20+100+100"});
+    ASSERT_TRUE(waitUntil(
+        [&] { return client.windowProperty(client.root(), "_NET_ACTIVE_WINDOW").value_or(0) != XCB_NONE; }));
+    const auto focus = client.focusedWindow();
+    ASSERT_TRUE(session.copySelection({10, 10}, {40, 40}));
+    EXPECT_TRUE(waitUntil([&] { return client.focusedWindow() == focus; }));
+}
+
+TEST(Dismissal, AClickWithoutADragSelectsNothing) {
+    Session session;
+    ASSERT_TRUE(session.openOverlay());
+    session.robot.click({300, 300});
+    session.robot.type({Key::returnKey});
+    EXPECT_TRUE(session.program.waitForLog("Copy selection to pasteboard returned false (missing crop bitmap "
+                                           "or pasteboard write failed)"));
+    EXPECT_TRUE(session.waitForOverlay());
+    session.robot.type({Key::escape});
+    EXPECT_TRUE(session.waitForNoOverlay());
+}
+
+TEST(Dismissal, ASelectionIsResizedByItsHandlesAndMadeAnew) {
+    Session session;
+    const auto screen = session.desktop.client().pixels();
+    ASSERT_TRUE(session.openOverlay());
+    session.robot.drag({50, 50}, {90, 90});
+    session.robot.drag({300, 300}, {500, 400});
+    session.robot.drag({500, 350}, {600, 350}); // the east handle
+    session.robot.drag({300, 300}, {700, 500}); // the north-west corner, past the opposite one
+    session.robot.type({Key::returnKey});
+    ASSERT_TRUE(session.waitForNoOverlay());
+    EXPECT_TRUE(samePixels(session.clipboard.picture(), screen.view({600, 400, 100, 100})));
+}
+
+TEST(Dismissal, ThePictureOutlivesTheOverlayForEveryReader) {
+    Session session;
+    const auto screen = session.desktop.client().pixels();
+    ASSERT_TRUE(session.copySelection({0, 0}, {1279, 799}));
+    for (int reader = 0; reader < 3; ++reader)
+        EXPECT_TRUE(samePixels(session.clipboard.picture(), screen));
+    const auto targets = session.clipboard.targets();
+    for (const char* wanted : {"image/png", "image/bmp", "image/jpeg"})
+        EXPECT_TRUE(std::ranges::find(targets, wanted) != targets.end()) << wanted;
+}
+
+} // namespace
+} // namespace glimmerly::e2e

@@ -1,0 +1,60 @@
+// Two displays of different scale: the one under the mouse is captured, at its own pixels.
+#include "tests/e2e/support/Session.h"
+
+namespace glimmerly::e2e {
+namespace {
+
+struct Arrangement {
+    const char* name;
+    std::vector<PixelRect> monitors;
+    const char* scales;
+};
+
+void PrintTo(const Arrangement& arrangement, std::ostream* out) {
+    *out << arrangement.scales;
+}
+
+class OnTwoDisplays : public testing::TestWithParam<Arrangement> {
+protected:
+    Session session{Desktop::Options{.monitors = GetParam().monitors},
+                    Glimmerly::Options{.environment = {{"QT_SCREEN_SCALE_FACTORS", GetParam().scales}}}};
+    Bitmap screen = session.desktop.client().pixels();
+};
+
+TEST_P(OnTwoDisplays, EachIsCapturedAlone) {
+    for (const auto& area : GetParam().monitors) {
+        SCOPED_TRACE(testing::Message() << "display at " << area.x << ", " << area.y);
+        session.display = area;
+        const auto at = [&area](int x, int y) { return Pixel{area.x + x, area.y + y}; };
+
+        session.robot.moveTo(at(area.width / 2, area.height / 2));
+        EXPECT_TRUE(samePixels(session.copySelection(at(40, 30), at(301, 207)),
+                               screen.view({area.x + 40, area.y + 30, 261, 177})));
+        EXPECT_TRUE(samePixels(session.copySelection(at(0, 0), at(area.width - 1, area.height - 1)),
+                               screen.view(area)));
+    }
+}
+
+TEST_P(OnTwoDisplays, TheOtherIsLeftAlone) {
+    const auto mine = GetParam().monitors[1];
+    const auto other = GetParam().monitors[0];
+    session.display = mine;
+    session.robot.moveTo({mine.x + 5, mine.y + 5});
+    ASSERT_TRUE(session.openOverlay());
+    session.robot.drag({mine.x + 50, mine.y + 50}, {mine.x + 150, mine.y + 150});
+    // One strip where they touch belongs to the overlay, which reaches 2 points beyond its display's top.
+    const PixelRect clear{other.x, other.y, other.width, other.height - 8};
+    EXPECT_TRUE(samePixels(session.desktop.client().pixels(clear), screen.view(clear)));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Arrangements, OnTwoDisplays,
+    testing::Values(
+        Arrangement{"SideBySide", {{0, 0, 1280, 800}, {1280, 0, 1000, 700}}, "DUMMY0=1;DUMMY1=1.5"},
+        Arrangement{"OtherOnTheLeft", {{1000, 0, 1280, 800}, {0, 0, 1000, 700}}, "DUMMY0=1;DUMMY1=2"},
+        Arrangement{"OneAboveTheOther", {{0, 0, 1200, 600}, {0, 600, 1200, 750}}, "DUMMY0=1.25;DUMMY1=1"},
+        Arrangement{"OtherAbove", {{0, 700, 1280, 800}, {100, 0, 1000, 700}}, "DUMMY0=2;DUMMY1=1.25"}),
+    [](const auto& test) { return test.param.name; });
+
+} // namespace
+} // namespace glimmerly::e2e

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "tests/e2e/support/ChildProcess.h"
+#include "tests/e2e/support/DummyXorg.h"
+#include "tests/e2e/support/XClient.h"
+#include "tests/support/XvfbServer.h"
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace glimmerly::e2e {
+
+enum class WindowManager { none, openbox };
+enum class Panel { none, tint2 };
+
+/// What a person sits in front of: displays, a window manager, a panel with a tray, a session bus, and a home
+/// that is empty and its own. The displays show noise in which no pixel resembles its neighbours.
+class Desktop {
+public:
+    struct Options {
+        PixelSize size = {1280, 800};
+        std::vector<PixelRect> monitors{}; ///< several displays in place of one of that size
+        WindowManager windowManager = WindowManager::openbox;
+        Panel panel = Panel::none;
+        std::vector<std::string> keyboardLayout{}; ///< arguments for setxkbmap
+    };
+
+    explicit Desktop(const Options& options);
+    Desktop() : Desktop(Options()) {}
+
+    [[nodiscard]] XServerProcess& server() { return xorg_ ? xorg_->process() : *xvfb_; }
+    [[nodiscard]] const XClient& client() const { return *client_; }
+    /// What programs on this desktop are started with.
+    [[nodiscard]] const Environment& environment() const { return environment_; }
+    [[nodiscard]] const std::filesystem::path& home() const { return home_.path(); }
+
+    /// Starts another program here; it ends with the desktop.
+    ChildProcess& start(std::vector<std::string> command);
+    /// Starts the panel, and waits until it has a tray.
+    ChildProcess& startPanel();
+    /// The output of another program that runs here to its end.
+    [[nodiscard]] std::optional<std::string> outputOf(std::vector<std::string> command) const;
+
+private:
+    void startServer(const Options& options);
+    void makeHome();
+    void startSessionBus();
+    void startWindowManager();
+
+    ScratchDirectory home_;
+    std::optional<DummyXorg> xorg_;
+    std::optional<XvfbServer> xvfb_;
+    std::unique_ptr<XClient> client_;
+    Environment environment_;
+    std::vector<std::unique_ptr<ChildProcess>> programs_;
+};
+
+} // namespace glimmerly::e2e

@@ -12,8 +12,8 @@ namespace glimmerly {
 
 /// What the canvas holds at the moment of an export.
 struct SelectionExport {
-    std::optional<Rect> selection;                  ///< canvas points
-    std::optional<OverlayImage> image;              ///< shown centred in `bounds` at its own size
+    std::optional<Rect> selection;                    ///< canvas points
+    std::optional<OverlayImage> image;                ///< shown centred in `bounds` at its own size
     std::span<const OverlayAnnotation> annotations{}; ///< in list order; later ones paint over earlier ones
     /// Draws a text as its view shows it; one that has no view is left out.
     std::function<void(QPainter&, const OverlayAnnotation&, const PixelMapping&)> drawText{};

@@ -10,7 +10,8 @@
 
 namespace glimmerly {
 
-/// Offers the pictures named in it, each a square of its own size in pixels so that a test can tell them apart.
+/// Offers the pictures named in it, each a square of its own size in pixels so that a test can tell them
+/// apart.
 class FakeImages : public Images {
 public:
     [[nodiscard]] std::optional<QIcon> templateImage(std::string_view name) const override {

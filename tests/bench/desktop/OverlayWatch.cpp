@@ -1,0 +1,71 @@
+#include "tests/bench/desktop/OverlayWatch.h"
+
+#include "tests/e2e/support/WaitUntil.h"
+
+#include <xcb/damage.h>
+
+#include <stdexcept>
+
+namespace glimmerly::bench {
+
+namespace {
+
+constexpr double enough = 0.9;
+
+} // namespace
+
+OverlayWatch::OverlayWatch(const e2e::XClient& client)
+    : client_(client), screenArea_(double(client.size().width) * client.size().height) {
+    const auto* extension = xcb_get_extension_data(client.get(), &xcb_damage_id);
+    if (extension == nullptr || extension->present == 0)
+        throw std::runtime_error("the X server does not report what is painted");
+    damageEvent_ = extension->first_event;
+    const e2e::Reply<xcb_damage_query_version_reply_t> version(
+        xcb_damage_query_version_reply(client.get(), xcb_damage_query_version(client.get(), 1, 1), nullptr));
+    const std::uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    xcb_change_window_attributes(client.get(), client.root(), XCB_CW_EVENT_MASK, &mask);
+    client.sync();
+}
+
+std::optional<OverlayWatch::Times> OverlayWatch::waitForOverlay(const Stopwatch& watch) {
+    windows_.clear();
+    while (watch.milliseconds() < std::chrono::milliseconds(e2e::patience).count()) {
+        const auto event = client_.nextEvent(std::chrono::milliseconds(100));
+        if (event)
+            handle(*event, watch);
+        for (const auto& [id, window] : windows_) {
+            if (window.mappedAt && window.painted >= enough * screenArea_)
+                return Times{.mapped = *window.mappedAt, .painted = watch.milliseconds()};
+        }
+    }
+    return std::nullopt;
+}
+
+void OverlayWatch::waitForRest() {
+    while (client_.nextEvent(std::chrono::milliseconds(100))) {
+    }
+}
+
+void OverlayWatch::handle(const xcb_generic_event_t& event, const Stopwatch& watch) {
+    const int type = event.response_type & 0x7F;
+    if (type == XCB_CREATE_NOTIFY) {
+        watchPainting(reinterpret_cast<const xcb_create_notify_event_t&>(event).window);
+    } else if (type == XCB_MAP_NOTIFY) {
+        const auto id = reinterpret_cast<const xcb_map_notify_event_t&>(event).window;
+        const auto area = client_.areaOf(id);
+        if (double(area.width) * area.height >= enough * screenArea_)
+            windows_[id].mappedAt = watch.milliseconds();
+    } else if (type == damageEvent_) {
+        const auto& damage = reinterpret_cast<const xcb_damage_notify_event_t&>(event);
+        windows_[damage.drawable].painted += double(damage.area.width) * damage.area.height;
+    }
+}
+
+void OverlayWatch::watchPainting(xcb_window_t window) {
+    // Delta rectangles name each pixel once, so that their areas add up to what is covered.
+    xcb_damage_create(client_.get(), xcb_generate_id(client_.get()), window,
+                      XCB_DAMAGE_REPORT_LEVEL_DELTA_RECTANGLES);
+    client_.sync();
+}
+
+} // namespace glimmerly::bench

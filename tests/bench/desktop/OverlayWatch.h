@@ -1,0 +1,42 @@
+#pragma once
+
+#include "tests/bench/desktop/Stopwatch.h"
+#include "tests/e2e/support/XClient.h"
+
+#include <map>
+#include <optional>
+
+namespace glimmerly::bench {
+
+/// Watches, from outside, the next window that covers the screen come up.
+class OverlayWatch {
+public:
+    struct Times {
+        double mapped = 0;  ///< milliseconds
+        double painted = 0; ///< milliseconds, until nine tenths of the screen are painted
+    };
+
+    explicit OverlayWatch(const e2e::XClient& client);
+
+    /// Waits for a window that was not there when the last call ended; none after fifteen seconds.
+    [[nodiscard]] std::optional<Times> waitForOverlay(const Stopwatch& watch);
+    /// Waits until nothing has been painted for 100 milliseconds.
+    void waitForRest();
+
+private:
+    /// What is known of a new window.
+    struct Window {
+        double painted = 0; ///< pixels painted so far, each counted once
+        std::optional<double> mappedAt;
+    };
+
+    void handle(const xcb_generic_event_t& event, const Stopwatch& watch);
+    void watchPainting(xcb_window_t window);
+
+    const e2e::XClient& client_;
+    std::uint8_t damageEvent_ = 0;
+    double screenArea_;
+    std::map<xcb_window_t, Window> windows_;
+};
+
+} // namespace glimmerly::bench

@@ -89,7 +89,6 @@ TEST(HotkeyPress, WhileAnOverlayIsOpenReplacesIt) {
     const auto& client = session.desktop.client();
     ASSERT_TRUE(session.openOverlay());
     const auto firstFiles = session.program.captureFiles();
-    const auto firstOverlay = session.program.overlays();
     ASSERT_EQ(firstFiles.size(), 1U);
 
     const auto changed = noise(client.size(), 3);
@@ -97,7 +96,7 @@ TEST(HotkeyPress, WhileAnOverlayIsOpenReplacesIt) {
     session.robot.pressHotkey();
     ASSERT_TRUE(session.program.waitForLog("Screenshot overlay presenting", 2));
     ASSERT_TRUE(session.waitForOverlay());
-    EXPECT_NE(session.program.overlays(), firstOverlay);
+    EXPECT_EQ(session.program.overlays().size(), 1U);
     ASSERT_EQ(session.program.captureFiles().size(), 1U);
     EXPECT_NE(session.program.captureFiles(), firstFiles);
 

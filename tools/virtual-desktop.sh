@@ -91,3 +91,27 @@ save_clipboard() {
 clipboard_has_a_picture() {
     xclip -selection clipboard -t TARGETS -o | grep -qx image/png
 }
+
+# select_area X1 Y1 X2 Y2: the toolbar then stands below, its right edge at the selection's.
+select_area() {
+    drag "$@"
+    toolbar_left=$(($3 - 509)) toolbar_middle=$(($4 + 10 + 22))
+}
+
+# tap BUTTON: one of the toolbar's.
+tap() {
+    local -A middle=([rectangle]=53 [arrow]=85 [text]=117 [red]=158 [green]=190 [blue]=222 [done]=487)
+    xdotool mousemove $((toolbar_left + middle[$1])) $toolbar_middle click 1
+}
+
+# annotate: a rectangle, an arrow and a text on the windows of `open_windows`.
+annotate() {
+    tap rectangle
+    drag 102 395 562 422
+    tap arrow
+    tap blue
+    drag 690 306 516 350
+    tap text
+    xdotool mousemove 700 300 click 1
+    xdotool type 'Grain ship: ask first'
+}

@@ -113,5 +113,5 @@ annotate() {
     drag 690 306 516 350
     tap text
     xdotool mousemove 700 300 click 1
-    xdotool type 'Grain ship: ask first'
+    xdotool type 'Ask first'
 }

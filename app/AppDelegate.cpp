@@ -32,8 +32,12 @@ void AppDelegate::applicationDidFinishLaunching() {
     logFileLocation();
     StatusItemController::shared().installStatusItem();
     GlobalHotkeyController::shared().start([] { requestScreenshot(ScreenshotRequestSource::hotkey); });
-    // A desktop without a status area leaves starting the program again as the way in.
-    Platform::current().application.onReopen([] { StatusItemController::shared().popUpMenu(); });
+    // A desktop without a status area leaves starting the program again as the way in. An open overlay covers
+    // everything, the menu too.
+    Platform::current().application.onReopen([] {
+        if (!ScreenshotOverlayController::shared().window())
+            StatusItemController::shared().popUpMenu();
+    });
 }
 
 void AppDelegate::applicationWillTerminate() {

@@ -87,7 +87,9 @@ void QtApplication::setActivationPolicy(ActivationPolicy policy) {
 
 void QtApplication::activateIgnoringOtherApps() {
     for (QWindow* window : QGuiApplication::topLevelWindows()) {
-        if (window->isVisible()) {
+        // The icon in the X server's tray and overlays are no windows to be brought forward.
+        const bool managed = !window->flags().testFlag(Qt::BypassWindowManagerHint);
+        if (window->isVisible() && managed) {
             window->raise();
             window->requestActivate();
         }

@@ -10,7 +10,8 @@ namespace glimmerly {
 
 X11ScreenCapture::X11ScreenCapture(std::unique_ptr<X11Connection> connection, const Screens& screens,
                                    MainQueue& mainQueue)
-    : connection_(std::move(connection)), screens_(screens), mainQueue_(mainQueue), grabber_(*connection_) {}
+    : connection_(std::move(connection)), screens_(screens), mainQueue_(mainQueue), grabber_(*connection_),
+      repainting_(*connection_) {}
 
 void X11ScreenCapture::fetchShareableDisplays(
     std::function<void(Result<std::vector<ShareableDisplay>>)> handler) {
@@ -35,7 +36,9 @@ ContentFilter X11ScreenCapture::contentFilter(const ShareableDisplay& display) c
 
 void X11ScreenCapture::captureImage(const ContentFilter& filter, const CaptureConfiguration&,
                                     std::function<void(Result<Bitmap>)> handler) {
-    mainQueue_.post([handler = std::move(handler), image = grab(filter.displayID)] { handler(image); });
+    repainting_.whenDone([this, displayID = filter.displayID, handler = std::move(handler)] {
+        mainQueue_.post([handler, image = grab(displayID)] { handler(image); });
+    });
 }
 
 Result<Bitmap> X11ScreenCapture::grab(std::uint32_t displayID) {

@@ -5,6 +5,7 @@
 #include "platform/Screens.h"
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11Grabber.h"
+#include "platform/x11/X11Repainting.h"
 
 #include <memory>
 
@@ -29,6 +30,7 @@ private:
     const Screens& screens_;
     MainQueue& mainQueue_;
     X11Grabber grabber_;
+    X11Repainting repainting_;
 };
 
 } // namespace glimmerly

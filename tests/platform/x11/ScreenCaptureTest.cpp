@@ -6,21 +6,30 @@
 #include "tests/support/FakeMainQueue.h"
 #include "tests/support/FakeScreenCapture.h"
 
+#include <QWidget>
 #include <gtest/gtest.h>
 
+#include <poll.h>
+
 #include <cmath>
+#include <future>
 #include <random>
+#include <thread>
+#include <utility>
 
 namespace glimmerly {
 namespace {
 
-/// The picture of a display got step by step, each checked; `turn` runs the main loop once.
-Bitmap expectContract(ScreenCapture& capture, const std::function<void()>& turn) {
+/// Runs the main loop until the condition holds.
+using WaitUntil = std::function<bool(const std::function<bool()>&)>;
+
+/// The picture of a display got step by step, each checked.
+Bitmap expectContract(ScreenCapture& capture, const WaitUntil& wait) {
     std::optional<Result<std::vector<ShareableDisplay>>> displays;
     capture.fetchShareableDisplays([&](auto answer) { displays = std::move(answer); });
     EXPECT_FALSE(displays) << "answered from within the call";
-    turn();
-    EXPECT_TRUE(displays && *displays && !(*displays)->empty());
+    EXPECT_TRUE(wait([&] { return displays.has_value(); }));
+    EXPECT_TRUE(*displays && !(*displays)->empty());
     const ShareableDisplay display = (*displays)->front();
     const ContentFilter filter = capture.contentFilter(display);
     EXPECT_EQ(filter.displayID, display.displayID);
@@ -33,17 +42,24 @@ Bitmap expectContract(ScreenCapture& capture, const std::function<void()>& turn)
     std::optional<Result<Bitmap>> image;
     capture.captureImage(filter, configuration, [&](auto answer) { image = std::move(answer); });
     EXPECT_FALSE(image) << "answered from within the call";
-    turn();
-    EXPECT_TRUE(image && *image);
+    EXPECT_TRUE(wait([&] { return image.has_value(); }));
+    EXPECT_TRUE(*image);
     EXPECT_EQ((*image)->width(), configuration.width);
     EXPECT_EQ((*image)->height(), configuration.height);
     return **image;
 }
 
+bool waitOnDesktop(const std::function<bool()>& condition) {
+    return waitUntil(condition);
+}
+
 TEST(ScreenCapture, FakeKeepsTheContract) {
     FakeMainQueue queue;
     FakeScreenCapture capture(queue);
-    expectContract(capture, [&] { queue.runAll(); });
+    expectContract(capture, [&](const auto& condition) {
+        queue.runAll();
+        return condition();
+    });
 }
 
 /// Fills the root window with random pixels and answers what a capture must make of them.
@@ -101,7 +117,7 @@ TEST_P(OnServer, CapturesEveryPixelAsItIs) {
     for (int i = 0; i < 2; ++i) { // the second one finds everything prepared
         const Bitmap expected = paintRandomly(client.connection(), area.size());
         client.sync();
-        EXPECT_EQ(expectContract(capture, [] { QCoreApplication::processEvents(); }), expected);
+        EXPECT_EQ(expectContract(capture, waitOnDesktop), expected);
     }
 }
 
@@ -115,6 +131,78 @@ INSTANTIATE_TEST_SUITE_P(
                     ServerKind{"WithoutRandR", "801x600x24", {"-extension", "RANDR"}},
                     ServerKind{"OnePixelHigh", "3000x1x24", {}}),
     [](const auto& kind) { return kind.param.name; });
+
+/// Another program whose window covers the display. It has no background and takes its time to paint.
+class SlowProgram {
+public:
+    explicit SlowProgram(PixelRect area) : area_(area) {
+        std::promise<void> painted;
+        auto ready = painted.get_future();
+        thread_ = std::jthread([this, &painted](const std::stop_token& stop) { run(stop, painted); });
+        ready.wait();
+    }
+
+private:
+    void run(const std::stop_token& stop, std::promise<void>& painted) const {
+        const auto connection = X11Connection::open().value();
+        xcb_connection_t* const x = connection->get();
+        const xcb_window_t window = xcb_generate_id(x);
+        const std::uint32_t attributes[] = {1, XCB_EVENT_MASK_EXPOSURE};
+        xcb_create_window(x, XCB_COPY_FROM_PARENT, window, connection->root(),
+                          static_cast<std::int16_t>(area_.x), static_cast<std::int16_t>(area_.y),
+                          static_cast<std::uint16_t>(area_.width), static_cast<std::uint16_t>(area_.height),
+                          0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                          XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, attributes);
+        xcb_map_window(x, window);
+        const xcb_gcontext_t context = xcb_generate_id(x);
+        const std::uint32_t colour = 0x228844;
+        xcb_create_gc(x, context, window, XCB_GC_FOREGROUND, &colour);
+        xcb_flush(x);
+        for (bool first = true; !stop.stop_requested();) {
+            pollfd events{xcb_get_file_descriptor(x), POLLIN, 0};
+            ::poll(&events, 1, 5);
+            const XcbOwned<xcb_generic_event_t> event{xcb_poll_for_event(x)};
+            if (!event)
+                continue;
+            std::this_thread::sleep_for(std::chrono::milliseconds(first ? 0 : 40)); // that is how slow it is
+            const xcb_rectangle_t all{0, 0, static_cast<std::uint16_t>(area_.width),
+                                      static_cast<std::uint16_t>(area_.height)};
+            xcb_poly_fill_rectangle(x, window, context, 1, &all);
+            const XcbOwned<xcb_get_input_focus_reply_t> done(
+                xcb_get_input_focus_reply(x, xcb_get_input_focus(x), nullptr));
+            if (std::exchange(first, false))
+                painted.set_value();
+        }
+    }
+
+    PixelRect area_;
+    std::jthread thread_;
+};
+
+TEST(ScreenCapture, X11LeavesOutAWindowOfOursThatHasJustGone) {
+    const X11Desktop desktop;
+    QtMainQueue queue;
+    const X11Screens screens(X11Connection::open().value());
+    X11ScreenCapture capture(X11Connection::open().value(), screens, queue);
+    const SlowProgram program({0, 0, 640, 300});
+    const XcbClient client;
+    const Bitmap before = client.pixels({0, 0, 640, 481});
+
+    QWidget ours;
+    ours.setWindowFlags(Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
+    ours.setStyleSheet("background: #ff00ff");
+    ours.setGeometry(0, 0, 640, 481);
+    for (int i = 0; i < 3; ++i) {
+        ours.show();
+        ASSERT_TRUE(waitUntil(
+            [&] { return client.pixel(320, 100) == 0xff00ff && client.pixel(320, 400) == 0xff00ff; }));
+        ours.hide();
+        Bitmap picture = expectContract(capture, waitOnDesktop);
+        for (int y = 0; y < picture.height(); ++y)
+            std::ranges::for_each(picture.row(y), [](Bitmap::Pixel& pixel) { pixel &= 0xffffff; });
+        EXPECT_EQ(picture, before);
+    }
+}
 
 TEST(ScreenCapture, X11ReportsWhatCannotBeCaptured) {
     X11Desktop desktop;

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "platform/x11/X11Connection.h"
+
+#include <QObject>
+#include <QTimer>
+#include <xcb/damage.h>
+
+#include <chrono>
+#include <functional>
+#include <vector>
+
+namespace glimmerly {
+
+/// Waits until the desktop has painted what a window of this program covered.
+///
+/// Under a window that goes away the pixels stay as they were until the programs below have painted theirs,
+/// or the compositor its next picture; a copy made at once would show our overlay or menu again. Nobody tells
+/// when that is done. What can be seen is painting that comes and then pauses.
+class X11Repainting : public QObject {
+public:
+    /// `connection` must outlive this object, which takes all of its events.
+    explicit X11Repainting(const X11Connection& connection);
+
+    /// Runs `task`, at once unless a window of ours has just gone, else as soon as there was painting and
+    /// then none for 30 ms. At most 300 ms after the window went; 100 ms where nothing is painted at all.
+    void whenDone(std::function<void()> task);
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void startWatching();
+    void takePaintEvents();
+    [[nodiscard]] bool isDone() const;
+    void check();
+
+    const X11Connection& connection_;
+    std::uint8_t paintEvent_ = 0; ///< 0: the server cannot report painting
+    Clock::time_point windowWent_;
+    Clock::time_point lastPainting_;
+    xcb_damage_damage_t damage_ = XCB_NONE;
+    QTimer timer_;
+    std::vector<std::function<void()>> tasks_;
+};
+
+} // namespace glimmerly

@@ -101,7 +101,7 @@ select_area() {
 # tap BUTTON: one of the toolbar's.
 tap() {
     local -A middle=([rectangle]=53 [arrow]=85 [text]=117 [red]=158 [green]=190 [blue]=222 [done]=487)
-    xdotool mousemove $((toolbar_left + middle[$1])) $toolbar_middle click 1
+    xdotool mousemove $((toolbar_left + middle[$1])) "$toolbar_middle" click 1
 }
 
 # annotate: a rectangle, an arrow and a text on the windows of `open_windows`.

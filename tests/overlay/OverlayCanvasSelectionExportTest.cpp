@@ -87,8 +87,8 @@ TEST(SelectionExport, CopiesExactlyTheDisplayPixelsUnderTheDrag) {
         for (const auto& [from, to] : drags) {
             // Pixels from the one to before the other; the last ones belong to it.
             const auto edge = [](int at, int end) { return at >= end ? end + 1 : std::max(at, 0); };
-            const auto [left, right] = std::minmax(edge(from.x, last.x), edge(to.x, last.x));
-            const auto [top, bottom] = std::minmax(edge(from.y, last.y), edge(to.y, last.y));
+            const auto [left, right] = std::minmax({edge(from.x, last.x), edge(to.x, last.x)});
+            const auto [top, bottom] = std::minmax({edge(from.y, last.y), edge(to.y, last.y)});
             const int least = static_cast<int>(std::ceil(2 * scale));
             if (right - left < least || bottom - top < least)
                 continue;

@@ -9,20 +9,17 @@ namespace glimmerly {
 
 namespace {
 
-using namespace std::chrono_literals;
+constexpr std::chrono::milliseconds interval{5};
 
-constexpr auto pause = 30ms;
-constexpr auto longestWithoutPainting = 100ms;
-constexpr auto longest = 300ms;
-constexpr auto interval = 5ms;
+/// Waits until the server has carried out what `x` has asked of it so far.
+void finishRequests(xcb_connection_t* x) {
+    const XcbOwned<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(x, xcb_get_input_focus(x), nullptr));
+}
 
-/// Waits until the server has carried out what Qt has asked of it so far.
 void finishRequestsOfQt() {
-    if (const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()) {
-        xcb_connection_t* const x = x11->connection();
-        const XcbOwned<xcb_get_input_focus_reply_t> reply(
-            xcb_get_input_focus_reply(x, xcb_get_input_focus(x), nullptr));
-    }
+    if (const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>())
+        finishRequests(x11->connection());
 }
 
 std::uint8_t paintEventOf(xcb_connection_t* x) {
@@ -36,8 +33,8 @@ std::uint8_t paintEventOf(xcb_connection_t* x) {
 
 } // namespace
 
-X11Repainting::X11Repainting(const X11Connection& connection)
-    : connection_(connection), paintEvent_(paintEventOf(connection.get())) {
+X11Repainting::X11Repainting(const X11Connection& connection, Limits limits)
+    : connection_(connection), limits_(limits), paintEvent_(paintEventOf(connection.get())) {
     timer_.setInterval(interval);
     timer_.setTimerType(Qt::PreciseTimer);
     connect(&timer_, &QTimer::timeout, this, [this] { check(); });
@@ -51,7 +48,7 @@ bool X11Repainting::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void X11Repainting::whenDone(std::function<void()> task) {
-    if (Clock::now() - windowWent_ > longest)
+    if (Clock::now() - windowWent_ > limits_.longest)
         return task();
     tasks_.push_back(std::move(task));
     if (!timer_.isActive())
@@ -60,12 +57,14 @@ void X11Repainting::whenDone(std::function<void()> task) {
 
 void X11Repainting::startWatching() {
     finishRequestsOfQt();
-    lastPainting_ = {};
     if (paintEvent_ != 0) {
-        damage_ = xcb_generate_id(connection_.get());
-        xcb_damage_create(connection_.get(), damage_, connection_.root(), XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY);
-        xcb_flush(connection_.get());
+        xcb_connection_t* const x = connection_.get();
+        damage_ = xcb_generate_id(x);
+        xcb_damage_create(x, damage_, connection_.root(), XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY);
+        finishRequests(x);
+        takePaintEvents(); // a new damage object begins by reporting all of its window
     }
+    lastPainting_ = {};
     timer_.start();
 }
 
@@ -83,8 +82,8 @@ void X11Repainting::takePaintEvents() {
 bool X11Repainting::isDone() const {
     const auto now = Clock::now();
     const bool wasPainted = lastPainting_ > windowWent_;
-    return now - windowWent_ > (wasPainted ? longest : longestWithoutPainting) ||
-           (wasPainted && now - lastPainting_ > pause);
+    return now - windowWent_ > (wasPainted ? limits_.longest : limits_.longestWithoutPainting) ||
+           (wasPainted && now - lastPainting_ > limits_.pause);
 }
 
 void X11Repainting::check() {

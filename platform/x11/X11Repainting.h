@@ -19,11 +19,17 @@ namespace glimmerly {
 /// when that is done. What can be seen is painting that comes and then pauses.
 class X11Repainting : public QObject {
 public:
+    struct Limits {
+        std::chrono::milliseconds pause{30};                   ///< without painting, after painting
+        std::chrono::milliseconds longestWithoutPainting{100}; ///< after the window went
+        std::chrono::milliseconds longest{300};                ///< after the window went
+    };
+
     /// `connection` must outlive this object, which takes all of its events.
-    explicit X11Repainting(const X11Connection& connection);
+    X11Repainting(const X11Connection& connection, Limits limits);
 
     /// Runs `task`, at once unless a window of ours has just gone, else as soon as there was painting and
-    /// then none for 30 ms. At most 300 ms after the window went; 100 ms where nothing is painted at all.
+    /// then a pause, or at the latest when the limits say.
     void whenDone(std::function<void()> task);
 
 private:
@@ -36,6 +42,7 @@ private:
     void check();
 
     const X11Connection& connection_;
+    const Limits limits_;
     std::uint8_t paintEvent_ = 0; ///< 0: the server cannot report painting
     Clock::time_point windowWent_;
     Clock::time_point lastPainting_;

@@ -9,9 +9,9 @@
 namespace glimmerly {
 
 X11ScreenCapture::X11ScreenCapture(std::unique_ptr<X11Connection> connection, const Screens& screens,
-                                   MainQueue& mainQueue)
+                                   MainQueue& mainQueue, X11Repainting::Limits limits)
     : connection_(std::move(connection)), screens_(screens), mainQueue_(mainQueue), grabber_(*connection_),
-      repainting_(*connection_) {}
+      repainting_(*connection_, limits) {}
 
 void X11ScreenCapture::fetchShareableDisplays(
     std::function<void(Result<std::vector<ShareableDisplay>>)> handler) {

@@ -16,7 +16,8 @@ namespace glimmerly {
 class X11ScreenCapture : public ScreenCapture {
 public:
     /// `screens` and `mainQueue` must outlive the service.
-    X11ScreenCapture(std::unique_ptr<X11Connection> connection, const Screens& screens, MainQueue& mainQueue);
+    X11ScreenCapture(std::unique_ptr<X11Connection> connection, const Screens& screens, MainQueue& mainQueue,
+                     X11Repainting::Limits limits = {});
 
     void fetchShareableDisplays(std::function<void(Result<std::vector<ShareableDisplay>>)> handler) override;
     [[nodiscard]] ContentFilter contentFilter(const ShareableDisplay& display) const override;

@@ -5,6 +5,7 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QPainter>
+#include <QSignalBlocker>
 #include <QTextDocument>
 
 #include <algorithm>
@@ -77,8 +78,13 @@ void OverlayGrowingTextAnnotationView::setAnchorInCanvas(Point anchor) {
 }
 
 void OverlayGrowingTextAnnotationView::setString(const QString& text) {
-    if (textView_->string() != text)
+    if (textView_->string() == text)
+        return;
+    {
+        const QSignalBlocker notTyped(textView_);
         textView_->setString(text);
+    }
+    layoutTextView();
 }
 
 void OverlayGrowingTextAnnotationView::setAnnotationColor(const QColor& color) {

@@ -22,6 +22,7 @@ public:
     OverlayGrowingTextAnnotationView(Point anchor, Uuid id, const QColor& color, const QFont& font,
                                      const QString& text, TextAnnotationHost& host, QWidget* canvas);
 
+    /// Called when the user has changed the text, not by `setString`.
     std::function<void(const QString&)> onTextChanged;
     /// Called with true when the editing starts and with false when it ends.
     std::function<void(bool)> onFocusChanged;

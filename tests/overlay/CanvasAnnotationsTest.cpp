@@ -131,6 +131,19 @@ TEST_F(CanvasAnnotations, ATextMovesOnceTheDragIsLongEnough) {
     EXPECT_EQ(canvas.view->annotations().undoStack().size(), 2u);
 }
 
+TEST_F(CanvasAnnotations, WordsThatComeBackByAnUndoLeaveTheHistoryAlone) {
+    writeText({200, 200}, "word");
+    canvas.select({220, 200}, {250, 240});
+    click({260, 240}); // selected by the drag already: edited
+    ASSERT_TRUE(canvas.view->textViews().editedView());
+    type("s");
+    tap("Undo"); // the move, and the word as it was then
+    const auto label = [&] { return std::get<TextLabel>(list()[0].kind); };
+    EXPECT_EQ(label(), (TextLabel{{200, 401}, "word"}));
+    tap("Redo");
+    EXPECT_EQ(label(), (TextLabel{{230, 361}, "words"}));
+}
+
 TEST_F(CanvasAnnotations, AnEmptyTextGoesHoweverItIsLeft) {
     const std::vector<std::function<void()>> ways{
         [&] { tap("Undo"); },

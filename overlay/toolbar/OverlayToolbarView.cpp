@@ -1,7 +1,7 @@
 #include "overlay/toolbar/OverlayToolbarView.h"
 
 #include "overlay/QtColor.h"
-#include "overlay/toolbar/DevicePixels.h"
+#include "ui/DevicePixels.h"
 #include "overlay/toolbar/ToolbarAccessibility.h"
 #include "overlay/toolbar/ToolbarGrabHandleView.h"
 #include "overlay/toolbar/ToolbarShadowView.h"

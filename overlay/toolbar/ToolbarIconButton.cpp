@@ -1,7 +1,7 @@
 #include "overlay/toolbar/ToolbarIconButton.h"
 
 #include "overlay/QtColor.h"
-#include "overlay/toolbar/DevicePixels.h"
+#include "ui/DevicePixels.h"
 #include "overlay/toolbar/ToolbarStyle.h"
 #include "platform/qt/QtConversions.h"
 

@@ -1,6 +1,6 @@
 #include "overlay/toolbar/ToolbarShadowView.h"
 
-#include "overlay/toolbar/DevicePixels.h"
+#include "ui/DevicePixels.h"
 #include "overlay/toolbar/ToolbarShadowImage.h"
 #include "overlay/toolbar/ToolbarStyle.h"
 

@@ -1,4 +1,4 @@
-#include "overlay/toolbar/DevicePixels.h"
+#include "ui/DevicePixels.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,0 +1,15 @@
+#include "ui/FollowAppearance.h"
+
+#include "ui/UiColors.h"
+
+#include <QApplication>
+
+namespace glimmerly {
+
+void followAppearance(Appearance& appearance) {
+    const auto apply = [&appearance] { QApplication::setPalette(uiPalette(appearance.colorScheme())); };
+    apply();
+    appearance.onChange(apply);
+}
+
+} // namespace glimmerly

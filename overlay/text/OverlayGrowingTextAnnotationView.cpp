@@ -4,6 +4,8 @@
 #include "overlay/text/TextAnnotationHost.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QCoreApplication>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QSignalBlocker>
 #include <QTextDocument>
@@ -32,6 +34,7 @@ OverlayGrowingTextAnnotationView::OverlayGrowingTextAnnotationView(Point anchor,
       textView_(new OverlayTextView(host, font, color, text, this)), annotationID_(id) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setFocusPolicy(Qt::NoFocus);
+    setFocusProxy(textView_); // or a press on the frame would give the canvas the focus
     textView_->onFocusChanged = [this](bool focused) { textViewFocusChanged(focused); };
     connect(textView_, &QTextEdit::textChanged, this, [this] {
         layoutTextView();
@@ -123,9 +126,34 @@ void OverlayGrowingTextAnnotationView::paintEvent(QPaintEvent*) {
         borderCornerRadius, borderCornerRadius);
 }
 
+bool OverlayGrowingTextAnnotationView::event(QEvent* event) {
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseMove:
+        return forwardToEditor(static_cast<const QMouseEvent&>(*event));
+    default:
+        return QWidget::event(event);
+    }
+}
+
+/// The space between frame and text belongs to the editor as well: a press there means the nearest letter.
+bool OverlayGrowingTextAnnotationView::forwardToEditor(const QMouseEvent& event) {
+    QWidget* const target = textView_->viewport();
+    const QPointF place = target->mapFrom(this, event.position());
+    const QPointF nearest(std::clamp(place.x(), 0.0, target->width() - 1.0),
+                          std::clamp(place.y(), 0.0, target->height() - 1.0));
+    QMouseEvent forwarded(event.type(), nearest, event.scenePosition(), event.globalPosition(),
+                          event.button(), event.buttons(), event.modifiers());
+    QCoreApplication::sendEvent(target, &forwarded);
+    return true;
+}
+
 void OverlayGrowingTextAnnotationView::textViewFocusChanged(bool focused) {
     isEditing_ = focused;
     setAttribute(Qt::WA_TransparentForMouseEvents, !focused);
+    setCursor(Qt::IBeamCursor); // seen only while the mouse is
     update();
     if (onFocusChanged)
         onFocusChanged(focused);

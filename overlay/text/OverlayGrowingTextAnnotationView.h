@@ -47,9 +47,11 @@ public:
     void layoutTextView();
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    bool forwardToEditor(const QMouseEvent& event);
     void textViewFocusChanged(bool focused);
 
     Point anchorInCanvas_;

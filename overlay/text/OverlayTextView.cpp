@@ -42,6 +42,7 @@ OverlayTextView::OverlayTextView(TextAnnotationHost& host, const QFont& font, co
     setReadOnly(true);
     setTextInteractionFlags(Qt::NoTextInteraction);
     setAttribute(Qt::WA_TransparentForMouseEvents);
+    setAttribute(Qt::WA_NoMousePropagation); // what it leaves alone is nobody else's
 
     connect(&caretTimer_, &QTimer::timeout, this, [this] {
         isCaretShown_ = !isCaretShown_;

@@ -5,6 +5,7 @@
 #include "tests/overlay/CanvasOnDisplay.h"
 
 #include <QKeyEvent>
+#include <QTest>
 #include <gtest/gtest.h>
 
 #include <random>
@@ -118,6 +119,20 @@ TEST_F(CanvasAnnotations, ATextIsSelectedByTheFirstClickAndEditedByTheSecond) {
     EXPECT_FALSE(canvas.view->annotations().selectedID());
     type("s");
     EXPECT_EQ(std::get<TextLabel>(list()[0].kind).text, "words");
+}
+
+TEST_F(CanvasAnnotations, APressBetweenFrameAndTextPutsTheCaret) {
+    canvas.view->show();
+    canvas.view->activateWindow();
+    tap("Text tool");
+    click({200, 200});
+    type("word");
+    auto* view = canvas.view->textViews().editedView();
+    // As the window system delivers it, which also decides who gets the focus.
+    QTest::mouseClick(canvas.view->windowHandle(), Qt::LeftButton, {}, view->pos() + QPoint(9, 3));
+    ASSERT_EQ(canvas.view->textViews().editedView(), view);
+    type("s");
+    EXPECT_EQ(std::get<TextLabel>(list()[0].kind).text, "sword");
 }
 
 TEST_F(CanvasAnnotations, ATextMovesOnceTheDragIsLongEnough) {

@@ -1,6 +1,7 @@
 #include "platform/x11/X11OverlayKeeper.h"
 
 #include "platform/x11/X11Focus.h"
+#include "platform/x11/X11Properties.h"
 
 #include <algorithm>
 #include <iterator>
@@ -34,7 +35,7 @@ bool X11Patience::lasts() {
 }
 
 X11OverlayKeeper::X11OverlayKeeper(const X11Connection& connection, xcb_window_t overlay, PixelRect area)
-    : connection_(connection), overlay_(overlay), area_(area) {
+    : connection_(connection), windowState_(connection.atom("WM_STATE")), overlay_(overlay), area_(area) {
     settling_.setSingleShot(true);
     settling_.callOnTimeout([this] { settle(); });
     // Not the overlay's own visibility: a window that reaches beyond the root counts as covered from the
@@ -105,14 +106,19 @@ bool X11OverlayKeeper::isOurs(xcb_window_t window) const {
     return (window & client) == (overlay_ & client);
 }
 
-/// Other clients' windows over the overlay; our own tooltips belong there.
-std::vector<xcb_window_t> X11OverlayKeeper::coveringWindows() const {
+std::vector<xcb_window_t> X11OverlayKeeper::children(xcb_window_t window) const {
     xcb_connection_t* const x = connection_.get();
     const XcbOwned<xcb_query_tree_reply_t> tree(
-        xcb_query_tree_reply(x, xcb_query_tree(x, connection_.root()), nullptr));
+        xcb_query_tree_reply(x, xcb_query_tree_unchecked(x, window), nullptr));
     if (!tree)
         return {};
     const std::span bottomToTop(xcb_query_tree_children(tree.get()), tree->children_len);
+    return {bottomToTop.begin(), bottomToTop.end()};
+}
+
+/// Other clients' windows over the overlay but for their popups; our own tooltips belong there.
+std::vector<xcb_window_t> X11OverlayKeeper::coveringWindows() const {
+    const auto bottomToTop = children(connection_.root());
     std::vector<xcb_window_t> covering;
     std::copy_if(std::ranges::find(bottomToTop, overlay_), bottomToTop.end(), std::back_inserter(covering),
                  [this](xcb_window_t window) { return !isOurs(window) && covers(window); });
@@ -128,9 +134,19 @@ bool X11OverlayKeeper::covers(xcb_window_t window) const {
     const XcbOwned<xcb_get_geometry_reply_t> place(xcb_get_geometry_reply(x, geometryCookie, nullptr));
     if (!attributes || !place || attributes->map_state != XCB_MAP_STATE_VIEWABLE)
         return false;
+    // Such as what an input method offers for the text being typed, or a notification.
+    if (attributes->override_redirect != 0 && !holdsApplicationWindow(window))
+        return false;
     const int border = 2 * place->border_width;
     return place->x < area_.x + area_.width && place->x + place->width + border > area_.x &&
            place->y < area_.y + area_.height && place->y + place->height + border > area_.y;
+}
+
+/// A window manager's frame is unmanaged too, like a popup; what is inside tells it apart.
+bool X11OverlayKeeper::holdsApplicationWindow(xcb_window_t window) const {
+    return x11_properties::value(connection_, window, windowState_) != 0 ||
+           std::ranges::any_of(children(window),
+                               [this](xcb_window_t child) { return holdsApplicationWindow(child); });
 }
 
 bool X11OverlayKeeper::hasPointer() const {

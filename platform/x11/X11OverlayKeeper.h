@@ -22,8 +22,9 @@ private:
     int count_ = 0;
 };
 
-/// Keeps an open overlay above all other clients' windows, and with the keyboard while the pointer is on it:
-/// a window that is raised or takes the focus below it would get keys that the user cannot see arrive.
+/// Keeps an open overlay above all other applications' windows, and with the keyboard while the pointer is on
+/// it: a window that is raised or takes the focus below it would get keys that the user cannot see arrive.
+/// Popups that come later, which no window manager manages, may lie above it.
 class X11OverlayKeeper {
 public:
     /// `area` is the overlay's on the root window. The connection must outlive this object; its events go to
@@ -43,11 +44,14 @@ private:
     void selectEvents(std::uint32_t onRoot, std::uint32_t onOverlay) const;
     [[nodiscard]] bool isOurs(xcb_window_t window) const;
     void raiseAboveOthers();
+    [[nodiscard]] std::vector<xcb_window_t> children(xcb_window_t window) const;
     [[nodiscard]] std::vector<xcb_window_t> coveringWindows() const;
     [[nodiscard]] bool covers(xcb_window_t window) const;
+    [[nodiscard]] bool holdsApplicationWindow(xcb_window_t window) const;
     [[nodiscard]] bool hasPointer() const;
 
     const X11Connection& connection_;
+    xcb_atom_t windowState_; ///< the property that a window manager gives each window it manages
     xcb_window_t overlay_;
     PixelRect area_;
     bool stackChanged_ = false;

@@ -163,13 +163,21 @@ TEST_P(WithAndWithout, LiesAbovePanelsAndWindowsRaisedLater) {
     client.open({.area = {100, 50, 200, 100}, .type = "DOCK"});
     overlay.open();
     EXPECT_TRUE(waitUntil([&] { return isOnTop(); }));
-    const auto menu = client.open({.area = {100, 50, 200, 100}, .overrideRedirect = true});
-    EXPECT_FALSE(isOnTop());
     client.open({.area = {100, 50, 200, 100}});
     EXPECT_TRUE(waitUntil([&] { return isOnTop(); }));
-    client.raise(menu);
-    EXPECT_FALSE(isOnTop());
+}
+
+TEST_P(WithAndWithout, LetsPopupsThatComeLaterLieAboveIt) {
+    overlay.open();
     EXPECT_TRUE(waitUntil([&] { return isOnTop(); }));
+    const auto candidates = client.open({.area = {100, 50, 200, 100}, .overrideRedirect = true});
+    for (int turn = 0; turn < 100; ++turn)
+        QCoreApplication::processEvents();
+    EXPECT_FALSE(isOnTop());
+    client.raise(candidates);
+    for (int turn = 0; turn < 100; ++turn)
+        QCoreApplication::processEvents();
+    EXPECT_FALSE(isOnTop());
 }
 
 TEST_P(WithAndWithout, KeepsTheKeyboardWhileThePointerIsOnIt) {

@@ -6,6 +6,7 @@
 #include "hotkeys/GlobalHotkeyController.h"
 #include "overlay/ScreenshotOverlayController.h"
 #include "platform/Platform.h"
+#include "ui/FollowAppearance.h"
 
 namespace glimmerly {
 
@@ -25,6 +26,7 @@ void logFileLocation() {
 void AppDelegate::applicationWillFinishLaunching() {
     GlimmerlyLog::notice(log_category::appLifecycle, "applicationWillFinishLaunching");
     Platform::current().application.setActivationPolicy(ActivationPolicy::accessory);
+    followAppearance(Platform::current().appearance);
 }
 
 void AppDelegate::applicationDidFinishLaunching() {

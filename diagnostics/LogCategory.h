@@ -10,6 +10,7 @@ inline constexpr std::string_view logging = "Logging";
 inline constexpr std::string_view statusMenu = "StatusMenu";
 inline constexpr std::string_view screenshotWorkflow = "ScreenshotWorkflow";
 inline constexpr std::string_view screenCapture = "ScreenCapture";
+inline constexpr std::string_view screenRecordingPermission = "ScreenRecordingPermission";
 inline constexpr std::string_view overlay = "Overlay";
 inline constexpr std::string_view overlayCaptureBacking = "OverlayCaptureBacking";
 inline constexpr std::string_view overlayCanvas = "OverlayCanvas";

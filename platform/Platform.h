@@ -6,6 +6,7 @@
 namespace glimmerly {
 
 class Alerts;
+class Appearance;
 class HotkeyService;
 class Images;
 class KeyboardLayout;
@@ -15,6 +16,7 @@ class Pasteboard;
 class Preferences;
 class SavePanel;
 class ScreenCapture;
+class ScreenRecordingAccess;
 class Screens;
 class StatusItem;
 class Workspace;
@@ -29,11 +31,13 @@ struct Platform {
     Preferences& preferences;
     Screens& screens;
     ScreenCapture& screenCapture;
+    ScreenRecordingAccess& screenRecording;
     Workspace& workspace;
     OverlayWindows& overlayWindows;
     Pasteboard& pasteboard;
     SavePanel& savePanel;
     Alerts& alerts;
+    Appearance& appearance;
     Images& images;
     HotkeyService& hotkeys;
     KeyboardLayout& keyboardLayout;

@@ -1,8 +1,10 @@
 #include "platform/desktop/Desktop.h"
 
 #include "platform/Platform.h"
+#include "platform/desktop/DesktopScreenRecording.h"
 #include "platform/desktop/SingleInstance.h"
 #include "platform/desktop/TerminationSignals.h"
+#include "platform/portal/PortalAppearance.h"
 #include "platform/qt/QtAlerts.h"
 #include "platform/qt/QtApplication.h"
 #include "platform/qt/QtImages.h"
@@ -59,6 +61,7 @@ struct Desktop::Services {
     Services(QtApplication& app, XServer& server, const BundleInfo& bundle)
         : screens(std::move(server.forScreens)),
           screenCapture(std::move(server.forScreenCapture), screens, mainQueue),
+          screenRecording(bundle.identifier.value_or("")),
           workspace(std::move(server.forWorkspace), bundle.identifier),
           overlayWindows(std::move(server.forOverlayWindows)), hotkeys(std::move(server.hotkeys)),
           keyboardLayout(std::move(server.keyboardLayout)), signals([&app] { app.terminate(); }),
@@ -69,11 +72,13 @@ struct Desktop::Services {
                    .preferences = preferences,
                    .screens = screens,
                    .screenCapture = screenCapture,
+                   .screenRecording = screenRecording,
                    .workspace = workspace,
                    .overlayWindows = overlayWindows,
                    .pasteboard = pasteboard,
                    .savePanel = savePanel,
                    .alerts = alerts,
+                   .appearance = appearance,
                    .images = images,
                    .hotkeys = *hotkeys,
                    .keyboardLayout = *keyboardLayout,
@@ -85,10 +90,12 @@ struct Desktop::Services {
     QtPasteboard pasteboard;
     QtSavePanel savePanel;
     QtAlerts alerts;
+    PortalAppearance appearance{QDBusConnection::sessionBus()};
     QtImages images;
     TrayStatusItem statusItem;
     X11Screens screens;
     X11ScreenCapture screenCapture;
+    DesktopScreenRecording screenRecording;
     X11Workspace workspace;
     X11OverlayWindows overlayWindows;
     std::unique_ptr<X11HotkeyService> hotkeys;

@@ -2,6 +2,7 @@
 
 #include "platform/Platform.h"
 #include "tests/support/FakeAlerts.h"
+#include "tests/support/FakeAppearance.h"
 #include "tests/support/FakeApplication.h"
 #include "tests/support/FakeHotkeyService.h"
 #include "tests/support/FakeImages.h"
@@ -12,6 +13,7 @@
 #include "tests/support/FakePreferences.h"
 #include "tests/support/FakeSavePanel.h"
 #include "tests/support/FakeScreenCapture.h"
+#include "tests/support/FakeScreenRecordingAccess.h"
 #include "tests/support/FakeScreens.h"
 #include "tests/support/FakeStatusItem.h"
 #include "tests/support/FakeWorkspace.h"
@@ -69,11 +71,13 @@ struct FakePlatform {
     FakePreferences preferences;
     FakeScreens screens;
     FakeScreenCapture screenCapture{mainQueue};
+    FakeScreenRecordingAccess screenRecording;
     FakeWorkspace workspace;
     FakeOverlayWindows overlayWindows;
     FakePasteboard pasteboard;
     FakeSavePanel savePanel;
     FakeAlerts alerts;
+    FakeAppearance appearance;
     FakeImages images;
     RecordingHotkeyService hotkeys;
     FakeKeyboardLayout keyboardLayout;
@@ -85,11 +89,13 @@ struct FakePlatform {
                       .preferences = preferences,
                       .screens = screens,
                       .screenCapture = screenCapture,
+                      .screenRecording = screenRecording,
                       .workspace = workspace,
                       .overlayWindows = overlayWindows,
                       .pasteboard = pasteboard,
                       .savePanel = savePanel,
                       .alerts = alerts,
+                      .appearance = appearance,
                       .images = images,
                       .hotkeys = hotkeys,
                       .keyboardLayout = keyboardLayout,

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/Appearance.h"
+
+#include <QDBusConnection>
+#include <QObject>
+
+#include <vector>
+
+class QDBusVariant;
+
+namespace glimmerly {
+
+/// The colour scheme that the desktop announces through its portal; where there is none, or the user prefers
+/// nothing, that of the colours Qt started with. The portal is asked without waiting: its answer comes as a
+/// change.
+class PortalAppearance : public QObject, public Appearance {
+    Q_OBJECT
+
+public:
+    /// Made before the program gives Qt colours of its own.
+    explicit PortalAppearance(QDBusConnection bus);
+
+    [[nodiscard]] ColorScheme colorScheme() const override { return scheme_; }
+    void onChange(std::function<void()> handler) override { handlers_.push_back(std::move(handler)); }
+
+private Q_SLOTS:
+    void settingChanged(const QString& area, const QString& key, const QDBusVariant& value);
+
+private:
+    void ask();
+    void setPreference(const QVariant& value);
+
+    QDBusConnection bus_;
+    ColorScheme startingScheme_;
+    ColorScheme scheme_;
+    std::vector<std::function<void()>> handlers_;
+};
+
+} // namespace glimmerly

@@ -2,6 +2,7 @@
 
 #include "overlay/text/OverlayTextView.h"
 #include "overlay/text/TextAnnotationHost.h"
+#include "ui/DevicePixels.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QCoreApplication>
@@ -119,11 +120,14 @@ void OverlayGrowingTextAnnotationView::paintEvent(QPaintEvent*) {
                                    visiblePart_->height));
     }
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(frameColor, borderWidth));
-    const double inset = borderWidth / 2;
-    painter.drawRoundedRect(
-        QRectF(0, 0, frameInCanvas_.width, frameInCanvas_.height).adjusted(inset, inset, -inset, -inset),
-        borderCornerRadius, borderCornerRadius);
+    const DevicePixels device(painter);
+    const double line = device.lineWidth(borderWidth);
+    const double inset = line / 2;
+    const double radius = borderCornerRadius * device.scale();
+    painter.setPen(QPen(frameColor, line));
+    painter.drawRoundedRect(device.alignedPixels({0, 0, frameInCanvas_.width, frameInCanvas_.height})
+                                .adjusted(inset, inset, -inset, -inset),
+                            radius, radius);
 }
 
 bool OverlayGrowingTextAnnotationView::event(QEvent* event) {

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <new>
 
 namespace glimmerly {
 
@@ -41,16 +42,23 @@ PixelMapping cropMapping(const SelectionExport& source, const PixelRect& crop) {
     return {{area.minX() + crop.x / scale, area.maxY() - crop.y / scale}, scale};
 }
 
+/// Null when there is no memory for it.
 Bitmap copied(const Bitmap& bitmap) {
-    Bitmap copy(bitmap.size());
-    for (int y = 0; y < bitmap.height(); ++y)
-        std::ranges::copy(bitmap.row(y), copy.row(y).begin());
-    return copy;
+    try {
+        Bitmap copy(bitmap.size());
+        for (int y = 0; y < bitmap.height(); ++y)
+            std::ranges::copy(bitmap.row(y), copy.row(y).begin());
+        return copy;
+    } catch (const std::bad_alloc&) {
+        return {};
+    }
 }
 
 Bitmap renderAnnotationsIntoCrop(const Bitmap& crop, const SelectionExport& source,
                                  const PixelMapping& mapping) {
     Bitmap output = copied(crop);
+    if (output.isNull())
+        return crop; // better without annotations than not at all
     QImage canvas(reinterpret_cast<uchar*>(output.row(0).data()), output.width(), output.height(),
                   static_cast<qsizetype>(output.bytesPerRow()), QImage::Format_RGB32);
     QPainter painter(&canvas);

@@ -13,6 +13,7 @@
 
 #include <QDateTime>
 #include <QKeyEvent>
+#include <QLocale>
 #include <QPointer>
 
 #include <unistd.h>
@@ -168,8 +169,8 @@ void ScreenshotOverlayController::askWhereToSave(const Bitmap& image) {
         return;
     }
     std::filesystem::path destination = *answer.location;
-    if (destination.extension().empty())
-        destination += ".png";
+    if (const auto extension = destination.extension(); extension.empty() || extension == ".")
+        destination.replace_extension("png");
     if (!writeCroppedImagePNG(image, destination))
         GlimmerlyLog::error(log_category::overlay, "writeCroppedImagePNG returned false after save panel",
                             {{"destination", destination.filename().string()}});
@@ -178,7 +179,8 @@ void ScreenshotOverlayController::askWhereToSave(const Bitmap& image) {
 std::string defaultCaptureFileName(WallTime now) {
     const std::time_t seconds = std::chrono::system_clock::to_time_t(now);
     const QDateTime local = QDateTime::fromSecsSinceEpoch(seconds);
-    return "Glimmerly Capture " + local.toString("yyyy-MM-dd HH.mm.ss").toStdString() + ".png";
+    const QString moment = QLocale().toString(local, QStringLiteral("yyyy-MM-dd HH.mm.ss"));
+    return "Glimmerly Capture " + moment.toStdString() + ".png";
 }
 
 void ScreenshotOverlayController::closeOverlay() {

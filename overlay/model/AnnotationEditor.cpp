@@ -1,5 +1,6 @@
 #include "overlay/model/AnnotationEditor.h"
 
+#include "base/Overloaded.h"
 #include "overlay/model/AnnotationEditing.h"
 
 #include <algorithm>
@@ -8,15 +9,6 @@
 #include <utility>
 
 namespace glimmerly {
-
-namespace {
-
-template <typename... Cases>
-struct Overloaded : Cases... {
-    using Cases::operator()...;
-};
-
-} // namespace
 
 bool isBlank(std::string_view text) {
     // Unicode's white space outside ASCII, as UTF-8; the zero-width space belongs to them for a user.

@@ -27,6 +27,20 @@ Bitmap Bitmap::view(PixelRect area) const {
     return {area.size(), pixelsPerRow_, first, owner_};
 }
 
+Bitmap Bitmap::leavingRowsFree(int above, int below) const {
+    Bitmap middle = view({0, above, size_.width, size_.height - above - below});
+    middle.freeRowsAbove_ = above;
+    middle.freeRowsBelow_ = below;
+    return middle;
+}
+
+Bitmap Bitmap::withFreeRows(int above, int below) const {
+    if (above > freeRowsAbove_ || below > freeRowsBelow_)
+        return {};
+    const auto first = pixels_ - static_cast<std::size_t>(above) * pixelsPerRow_;
+    return {{size_.width, size_.height + above + below}, pixelsPerRow_, first, owner_};
+}
+
 bool operator==(const Bitmap& a, const Bitmap& b) {
     if (a.size() != b.size())
         return false;

@@ -33,11 +33,18 @@ public:
     /// The part `area`, which must lie within the bitmap, over the same pixels.
     [[nodiscard]] Bitmap view(PixelRect area) const;
 
+    /// A bitmap that is the middle of these pixels, with so many rows of them free above and below it.
+    [[nodiscard]] Bitmap leavingRowsFree(int above, int below) const;
+    /// This bitmap and so many of the free rows above and below it; null when there are not as many.
+    [[nodiscard]] Bitmap withFreeRows(int above, int below) const;
+
 private:
     PixelSize size_;
     std::size_t pixelsPerRow_ = 0;
     Pixel* pixels_ = nullptr;
     std::shared_ptr<void> owner_;
+    int freeRowsAbove_ = 0;
+    int freeRowsBelow_ = 0;
 };
 
 /// True when both have the same size and the same pixels.

@@ -1,6 +1,7 @@
 #include "overlay/OverlayCaptureBackingImage.h"
 
 #include "base/Overhang.h"
+#include "capture/service/CapturedPicture.h"
 #include "capture/service/TargetScreen.h"
 #include "diagnostics/GlimmerlyLog.h"
 #include "platform/memory/DisplayBitmap.h"
@@ -30,10 +31,14 @@ void warnUndecodable(const std::filesystem::path& fileURL) {
     warn("ImageIO decode failed", fileURL);
 }
 
-/// Null when there is no memory for it.
-Bitmap allocate(PixelSize size) {
+/// The capture's pixels; null when the file does not give them.
+Bitmap readCapture(const std::filesystem::path& fileURL) {
+    Bitmap atHand = CapturedPicture::of(fileURL);
+    if (!atHand.isNull())
+        return atHand;
     try {
-        return makeDisplayBitmap(size);
+        const auto decoder = PngDecoder::open(fileURL);
+        return decoder ? decoder->decode().value_or(Bitmap()) : Bitmap();
     } catch (const std::bad_alloc&) {
         return {};
     }
@@ -54,17 +59,19 @@ void repeatEdgeRows(Bitmap& expanded, Overhang beyond) {
         std::ranges::copy(expanded.row(first), expanded.row(y).begin());
 }
 
-/// The capture in pixels of its own, for want of an expanded picture to be part of.
-OverlayCaptureBackingImage loadUnexpanded(const PngDecoder& decoder, double scale,
-                                          const std::filesystem::path& fileURL) {
-    Bitmap bitmap = allocate(decoder.size());
-    if (bitmap.isNull() || !decoder.decodeInto(bitmap)) {
-        warn("NSImage(contentsOf:) failed for capture PNG", fileURL);
+/// The capture between the rows beyond it, in its own memory where there is room; null when there is none.
+Bitmap expand(const Bitmap& capture, Overhang beyond) {
+    Bitmap expanded = capture.withFreeRows(beyond.top, beyond.bottom);
+    if (!expanded.isNull())
+        return expanded;
+    try {
+        expanded = makeDisplayBitmap({capture.width(), capture.height() + beyond.total()});
+    } catch (const std::bad_alloc&) {
         return {};
     }
-    const bool hasScale = scale > 0 && std::isfinite(scale);
-    return {.backgroundImage = OverlayImage{bitmap, sizeInPoints(bitmap, hasScale ? scale : 1)},
-            .backgroundImageExpanded = {}};
+    for (int y = 0; y < capture.height(); ++y)
+        std::ranges::copy(capture.row(y), expanded.row(beyond.top + y).begin());
+    return expanded;
 }
 
 } // namespace
@@ -76,30 +83,27 @@ OverlayCaptureBackingImage OverlayCaptureBackingImage::load(const std::filesyste
         warnMissing(fileURL);
         return {};
     }
-    const auto decoder = PngDecoder::open(fileURL);
-    if (!decoder) {
+    const Bitmap capture = readCapture(fileURL);
+    if (capture.isNull()) {
         warnUndecodable(fileURL);
         return {};
     }
-    const PixelSize captured = decoder->size();
     const double scale = targetScreen(screens).value_or(Screen{}).backingScale;
-    if (!(scale > 0) || !std::isfinite(scale * heightPoints))
-        return loadUnexpanded(*decoder, scale, fileURL);
+    const bool hasScale = scale > 0 && std::isfinite(scale);
+    OverlayCaptureBackingImage images;
+    images.backgroundImage = OverlayImage{capture, sizeInPoints(capture, hasScale ? scale : 1)};
+    if (!hasScale || !std::isfinite(scale * heightPoints))
+        return images;
 
-    const Overhang beyond = overhang(heightPoints, scale, captured.height);
-    Bitmap expanded = allocate({captured.width, captured.height + beyond.total()});
+    const Overhang beyond = overhang(heightPoints, scale, capture.height());
+    Bitmap expanded = expand(capture, beyond);
     if (expanded.isNull()) {
         warn("Could not allocate RGBA bitmap context for expanded capture", fileURL);
-        return loadUnexpanded(*decoder, scale, fileURL);
-    }
-    const Bitmap capture = expanded.view({0, beyond.top, captured.width, captured.height});
-    if (!decoder->decodeInto(capture)) {
-        warnUndecodable(fileURL);
-        return {};
+        return images;
     }
     repeatEdgeRows(expanded, beyond);
-    return {.backgroundImage = OverlayImage{capture, sizeInPoints(capture, scale)},
-            .backgroundImageExpanded = OverlayImage{expanded, sizeInPoints(expanded, scale)}};
+    images.backgroundImageExpanded = OverlayImage{expanded, sizeInPoints(expanded, scale)};
+    return images;
 }
 
 } // namespace glimmerly

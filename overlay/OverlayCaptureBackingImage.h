@@ -8,8 +8,8 @@
 
 namespace glimmerly {
 
-/// The two pictures made of a capture file. They share their pixels: the file is decoded once, in between the
-/// rows that the expanded picture has beyond it.
+/// The two pictures made of a capture file. They share their pixels: the expanded one has rows more, which
+/// lie in memory before and after those of the capture.
 struct OverlayCaptureBackingImage {
     /// The capture as it is, sized for the target screen's backing scale.
     std::optional<OverlayImage> backgroundImage;

@@ -1,5 +1,6 @@
 #include "capture/service/ScreenCaptureService.h"
 
+#include "capture/service/CapturedPicture.h"
 #include "capture/service/ScreenCaptureServiceError.h"
 #include "capture/service/TargetScreen.h"
 #include "diagnostics/GlimmerlyLog.h"
@@ -129,6 +130,7 @@ void ScreenCaptureService::save(const JobRef& job, const Bitmap& image) {
         writeFileAtomically(job->fileURL, [&png](const FileDescriptor& file) { return png->writeTo(file); });
     if (!written)
         return fail(*job, stage::write, written.error());
+    const CapturedPicture atHand(job->fileURL, image);
     job->completion({});
 }
 

@@ -47,6 +47,7 @@ std::optional<ClipboardReader::Times> ClipboardReader::waitForPicture(const Stop
 
 std::optional<std::size_t> ClipboardReader::readPicture() const {
     xcb_convert_selection(client_.get(), window_, clipboard_, png_, property_, XCB_CURRENT_TIME);
+    xcb_flush(client_.get());
     const auto isAnswer = [](const xcb_generic_event_t& event) {
         return (event.response_type & 0x7F) == XCB_SELECTION_NOTIFY;
     };

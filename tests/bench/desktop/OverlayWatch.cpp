@@ -28,7 +28,6 @@ OverlayWatch::OverlayWatch(const e2e::XClient& client)
 }
 
 std::optional<OverlayWatch::Times> OverlayWatch::waitForOverlay(const Stopwatch& watch) {
-    windows_.clear();
     while (watch.milliseconds() < std::chrono::milliseconds(e2e::patience).count()) {
         const auto event = client_.nextEvent(std::chrono::milliseconds(100));
         if (event)
@@ -42,14 +41,21 @@ std::optional<OverlayWatch::Times> OverlayWatch::waitForOverlay(const Stopwatch&
 }
 
 void OverlayWatch::waitForRest() {
-    while (client_.nextEvent(std::chrono::milliseconds(100))) {
+    while (const auto event = client_.nextEvent(std::chrono::milliseconds(100)))
+        handle(*event, {});
+    for (auto& [id, window] : windows_) {
+        window = {.damage = window.damage, .painted = 0, .mappedAt = std::nullopt};
+        xcb_damage_subtract(client_.get(), window.damage, XCB_NONE, XCB_NONE); // so that it is reported again
     }
+    client_.sync();
 }
 
 void OverlayWatch::handle(const xcb_generic_event_t& event, const Stopwatch& watch) {
     const int type = event.response_type & 0x7F;
     if (type == XCB_CREATE_NOTIFY) {
         watchPainting(reinterpret_cast<const xcb_create_notify_event_t&>(event).window);
+    } else if (type == XCB_DESTROY_NOTIFY) {
+        windows_.erase(reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window);
     } else if (type == XCB_MAP_NOTIFY) {
         const auto id = reinterpret_cast<const xcb_map_notify_event_t&>(event).window;
         const auto area = client_.areaOf(id);
@@ -63,8 +69,9 @@ void OverlayWatch::handle(const xcb_generic_event_t& event, const Stopwatch& wat
 
 void OverlayWatch::watchPainting(xcb_window_t window) {
     // Delta rectangles name each pixel once, so that their areas add up to what is covered.
-    xcb_damage_create(client_.get(), xcb_generate_id(client_.get()), window,
-                      XCB_DAMAGE_REPORT_LEVEL_DELTA_RECTANGLES);
+    const xcb_damage_damage_t damage = xcb_generate_id(client_.get());
+    windows_[window].damage = damage;
+    xcb_damage_create(client_.get(), damage, window, XCB_DAMAGE_REPORT_LEVEL_DELTA_RECTANGLES);
     client_.sync();
 }
 

@@ -3,6 +3,8 @@
 #include "tests/bench/desktop/Stopwatch.h"
 #include "tests/e2e/support/XClient.h"
 
+#include <xcb/damage.h>
+
 #include <map>
 #include <optional>
 
@@ -18,14 +20,15 @@ public:
 
     explicit OverlayWatch(const e2e::XClient& client);
 
-    /// Waits for a window that was not there when the last call ended; none after fifteen seconds.
+    /// Waits for a window that is mapped after `waitForRest`; none after fifteen seconds.
     [[nodiscard]] std::optional<Times> waitForOverlay(const Stopwatch& watch);
-    /// Waits until nothing has been painted for 100 milliseconds.
+    /// Waits until nothing has been painted for 100 milliseconds, and forgets what was.
     void waitForRest();
 
 private:
-    /// What is known of a new window.
+    /// What is known of a window that came after this object. The program keeps its overlay's for the next one.
     struct Window {
+        xcb_damage_damage_t damage = XCB_NONE;
         double painted = 0; ///< pixels painted so far, each counted once
         std::optional<double> mappedAt;
     };

@@ -30,9 +30,13 @@ void Robot::type(const std::vector<Key>& keys) const {
         release(key);
 }
 
-void Robot::pressHotkey() const {
+void Robot::waitForKeyboard() const {
     if (!waitUntil([this] { return isKeyboardFree(); }))
         throw std::runtime_error("a program keeps the keyboard to itself");
+}
+
+void Robot::pressHotkey() const {
+    waitForKeyboard();
     type({Key::super, Key::leftShift, Key::a});
 }
 

@@ -39,8 +39,10 @@ public:
     void release(Key key) const;
     /// Presses `keys` in that order and lets them go in reverse.
     void type(const std::vector<Key>& keys) const;
-    /// Presses the hotkey as soon as no program has the keyboard to itself: the one under test keeps it until
-    /// the key that closed an overlay has come up, which takes a hand longer than this.
+    /// Waits until no program has the keyboard to itself: the one under test keeps it until the key that
+    /// closed an overlay has come up, which takes a hand longer than this.
+    void waitForKeyboard() const;
+    /// Presses the hotkey after `waitForKeyboard`.
     void pressHotkey() const;
 
     void moveTo(Pixel place) const;

@@ -1,3 +1,5 @@
+#include "overlay/OverlayCanvasSelectionExport.h"
+#include "overlay/model/AnnotationPalette.h"
 #include "platform/files/AtomicFile.h"
 #include "platform/files/Directories.h"
 #include "platform/memory/DisplayBitmap.h"
@@ -26,6 +28,48 @@ const Bitmap& pictureFor(const benchmark::State& state) {
     if (picture.isNull())
         picture = desktopPicture({height * 16 / 9, height});
     return picture;
+}
+
+/// A hundred rectangles and arrows all over a display of that size at scale 1.
+std::vector<OverlayAnnotation> hundredShapes(Size size) {
+    std::vector<OverlayAnnotation> shapes;
+    for (int i = 0; i < 100; ++i) {
+        const int row = i / 10;
+        const Point corner{(i % 10) * size.width / 10 + 20, row * size.height / 10 + 20};
+        const Point opposite = corner + Point{size.width / 12, size.height / 12};
+        OverlayAnnotationKind kind = ArrowShape{corner, opposite};
+        if (i % 2 == 0)
+            kind = RectangleShape{Rect::fromCorners(corner, opposite)};
+        const auto& colour = annotationPalette.at(static_cast<std::size_t>(i) % annotationPalette.size());
+        shapes.push_back({Uuid::generate(), kind, colour.color});
+    }
+    return shapes;
+}
+
+/// What the overlay exports of the whole display with a hundred shapes on it.
+Bitmap annotated(const Bitmap& picture) {
+    const Size size{static_cast<double>(picture.width()), static_cast<double>(picture.height())};
+    const auto shapes = hundredShapes(size);
+    const Rect all{0, 0, size.width, size.height};
+    return croppedSelectionImage(
+               {.selection = all, .image = OverlayImage{picture, size}, .annotations = shapes, .bounds = all})
+        .value();
+}
+
+/// From Done to the bytes on the clipboard, and the same as compact as a saved file, and that file written.
+void doneWithHundredShapes(benchmark::State& state) {
+    for (auto _ : state)
+        benchmark::DoNotOptimize(encodePng(annotated(pictureFor(state)), PngProfile::quick).value().size());
+}
+
+void downloadWithHundredShapes(benchmark::State& state) {
+    const auto file = temporaryDirectory().value() / "glimmerly-bench-download.png";
+    for (auto _ : state) {
+        if (!writeCroppedImagePNG(annotated(pictureFor(state)), file))
+            state.SkipWithError("not written");
+    }
+    state.counters["KiB"] = static_cast<double>(std::filesystem::file_size(file)) / 1024;
+    std::filesystem::remove(file);
 }
 
 std::filesystem::path captureFile() {
@@ -75,8 +119,8 @@ void decode(benchmark::State& state, PngProfile profile) {
 }
 
 /// What the reference library makes of the same picture, its rows packed already, at its default level.
-void libPngLevel6(benchmark::State& state) {
-    const Bitmap& picture = pictureFor(state);
+void libPngLevel6(benchmark::State& state, Bitmap (*drawOn)(const Bitmap&)) {
+    const Bitmap picture = drawOn(pictureFor(state));
     const auto width = static_cast<std::size_t>(picture.width());
     std::vector<png_byte> rgb;
     for (int y = 0; y < picture.height(); ++y) {
@@ -119,7 +163,10 @@ BENCHMARK(captureFileWrite)->Apply(sizes);
 BENCHMARK(captureFileRead)->Apply(sizes);
 BENCHMARK_CAPTURE(encode, quick, PngProfile::quick)->Apply(sizes);
 BENCHMARK_CAPTURE(encode, compact, PngProfile::compact)->Apply(sizes);
-BENCHMARK(libPngLevel6)->Apply(sizes);
+BENCHMARK_CAPTURE(libPngLevel6, display, [](const Bitmap& picture) { return picture; })->Apply(sizes);
+BENCHMARK(doneWithHundredShapes)->Apply(sizes);
+BENCHMARK(downloadWithHundredShapes)->Apply(sizes);
+BENCHMARK_CAPTURE(libPngLevel6, hundredShapes, annotated)->Apply(sizes);
 BENCHMARK_CAPTURE(decode, quick, PngProfile::quick)->Apply(sizes);
 BENCHMARK_CAPTURE(decode, compact, PngProfile::compact)->Apply(sizes);
 

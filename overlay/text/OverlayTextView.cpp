@@ -52,6 +52,7 @@ OverlayTextView::OverlayTextView(TextAnnotationHost& host, const QFont& font, co
 }
 
 void OverlayTextView::configure(const QFont& font) {
+    setAccessibleName(QStringLiteral("Text annotation"));
     setFont(font);
     setAcceptRichText(false);
     setLineWrapMode(QTextEdit::NoWrap);
@@ -225,6 +226,14 @@ void OverlayTextView::keyPressEvent(QKeyEvent* event) {
         event->ignore();
     else
         QTextEdit::keyPressEvent(event);
+}
+
+QVariant OverlayTextView::inputMethodQuery(Qt::InputMethodQuery query) const {
+    const QVariant answer = QTextEdit::inputMethodQuery(query);
+    if (query != Qt::ImCursorRectangle)
+        return answer;
+    // Qt's own caret has no width, and an empty place is not told to the input method.
+    return answer.toRectF().adjusted(0, 0, std::ceil(caretWidth), 0);
 }
 
 void OverlayTextView::wheelEvent(QWheelEvent* event) {

@@ -52,6 +52,8 @@ public:
     /// The first line's glyphs in widget points, y down; an empty line is one line high and has no width.
     [[nodiscard]] QRectF firstLineRect() const;
 
+    [[nodiscard]] QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;

@@ -113,6 +113,9 @@ TEST(OverlayGrowingTextAnnotationView, AnInputMethodsCompositionFitsAndIsNotYetT
     QApplication::sendEvent(&view.textView(), &composing);
     EXPECT_GT(view.frameInCanvas().width, before);
     EXPECT_EQ(view.textView().string(), "");
+    QInputMethodQueryEvent place(Qt::ImCursorRectangle); // where the candidates are to appear
+    QApplication::sendEvent(&view.textView(), &place);
+    EXPECT_TRUE(place.value(Qt::ImCursorRectangle).toRect().isValid());
     QInputMethodEvent committed;
     committed.setCommitString("日本語");
     QApplication::sendEvent(&view.textView(), &committed);

@@ -173,6 +173,7 @@ Qt::CursorShape OverlayCanvasView::cursorForHit(const AnnotationHit& hit) const 
 }
 
 void OverlayCanvasView::mousePressEvent(QMouseEvent* event) {
+    setFocus(Qt::MouseFocusReason);
     if (event->button() == Qt::LeftButton)
         mouseDown(canvasPoint(*event, grid_));
 }

@@ -50,7 +50,7 @@ OverlayCanvasView::OverlayCanvasView(std::filesystem::path captureImageURL, Rect
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAttribute(Qt::WA_NoSystemBackground);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-    setFocusPolicy(Qt::StrongFocus);
+    setFocusPolicy(Qt::NoFocus); // or Qt would give it the focus for a press on any button of the toolbar
     setMouseTracking(true);
     setCursor(Qt::CrossCursor);
     connectTextViews();

@@ -135,6 +135,22 @@ TEST_F(CanvasAnnotations, APressBetweenFrameAndTextPutsTheCaret) {
     EXPECT_EQ(std::get<TextLabel>(list()[0].kind).text, "sword");
 }
 
+TEST_F(CanvasAnnotations, AButtonReleasedElsewhereDoesNotEndTyping) {
+    canvas.view->show();
+    canvas.view->activateWindow();
+    tap("Text tool");
+    click({200, 200});
+    type("word");
+    QWindow* const window = canvas.view->windowHandle();
+    const QPoint undo = button("Undo").mapTo(canvas.view.get(), QPoint(14, 14));
+    QTest::mousePress(window, Qt::LeftButton, {}, undo);
+    QTest::mouseRelease(window, Qt::LeftButton, {}, undo + QPoint(0, 200));
+    EXPECT_TRUE(canvas.view->textViews().editedView());
+    QTest::mouseClick(window, Qt::LeftButton, {}, {600, 200});
+    EXPECT_FALSE(canvas.view->textViews().editedView() &&
+                 canvas.view->textViews().editedView()->textView().string() == "word");
+}
+
 TEST_F(CanvasAnnotations, ATextMovesOnceTheDragIsLongEnough) {
     writeText({200, 200}, "word");
     const Point anchor = std::get<TextLabel>(list()[0].kind).anchor;

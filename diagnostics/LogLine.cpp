@@ -1,5 +1,7 @@
 #include "diagnostics/LogLine.h"
 
+#include "base/JsonText.h"
+
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -36,17 +38,6 @@ bool takeMetadata(const Json& object, LogLine& line) {
 bool takeErrorSummary(const Json& object, LogLine& line) {
     return isAbsent(object, "errorSummary") ||
            takeString(object, "errorSummary", line.errorSummary.emplace());
-}
-
-std::string withEscapedSolidus(const std::string& json) {
-    std::string escaped;
-    escaped.reserve(json.size() + 16);
-    for (const char c : json) {
-        if (c == '/') // outside strings JSON has none
-            escaped += '\\';
-        escaped += c;
-    }
-    return escaped;
 }
 
 } // namespace

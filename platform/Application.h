@@ -12,6 +12,8 @@ struct BundleInfo {
     std::optional<std::string> shortVersion{}; ///< "CFBundleShortVersionString"
     std::optional<std::string> version{};      ///< "CFBundleVersion"
     std::optional<std::string> identifier{};
+    /// The origin of the program's web service, as configured; empty: nothing is ever sent.
+    std::string serviceBaseURL{};
 
     /// "CFBundleName", else "Glimmerly".
     [[nodiscard]] std::string applicationName() const;

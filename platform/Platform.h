@@ -8,6 +8,7 @@ namespace glimmerly {
 class Alerts;
 class Appearance;
 class HotkeyService;
+class HttpClient;
 class Images;
 class KeyboardLayout;
 class MainQueue;
@@ -42,6 +43,7 @@ struct Platform {
     HotkeyService& hotkeys;
     KeyboardLayout& keyboardLayout;
     StatusItem& statusItem;
+    HttpClient& http;
 
     [[nodiscard]] static Platform& current();
     /// `platform` must live as long as the process uses it.

@@ -4,6 +4,8 @@
 #include "platform/desktop/DesktopScreenRecording.h"
 #include "platform/desktop/SingleInstance.h"
 #include "platform/desktop/TerminationSignals.h"
+#include "platform/http/CurlHttpClient.h"
+#include "platform/http/ServiceEndpoint.h"
 #include "platform/portal/PortalAppearance.h"
 #include "platform/qt/QtAlerts.h"
 #include "platform/qt/QtApplication.h"
@@ -82,7 +84,8 @@ struct Desktop::Services {
                    .images = images,
                    .hotkeys = *hotkeys,
                    .keyboardLayout = *keyboardLayout,
-                   .statusItem = statusItem} {}
+                   .statusItem = statusItem,
+                   .http = *http} {}
 
     NotificationCenter notifications;
     QtMainQueue mainQueue;
@@ -101,6 +104,8 @@ struct Desktop::Services {
     std::unique_ptr<X11HotkeyService> hotkeys;
     std::unique_ptr<X11KeyboardLayout> keyboardLayout;
     TerminationSignals signals;
+    // Never destroyed: services that are not either may call it until the process has ended.
+    CurlHttpClient* http = new CurlHttpClient;
     Platform platform;
 };
 
@@ -110,6 +115,9 @@ Result<std::unique_ptr<Desktop>> Desktop::open(int& argc, char** argv, const Bun
         return failure(reachable.error());
     // The services of this desktop are the X server's, so the windows must be too.
     ::setenv("QT_QPA_PLATFORM", "xcb", 1);
+    // What runs at exit does so in reverse order, and the last events are sent from there.
+    if (isServiceConfigured(bundle.serviceBaseURL))
+        CurlHttpClient::prepare();
     auto application = std::make_unique<QtApplication>(argc, argv, bundle);
     auto server = XServer::open();
     if (!server)

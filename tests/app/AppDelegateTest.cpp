@@ -5,6 +5,7 @@
 #include "tests/support/FakeAppearance.h"
 #include "tests/support/FakeApplication.h"
 #include "tests/support/FakeHotkeyService.h"
+#include "tests/support/FakeHttpClient.h"
 #include "tests/support/FakeImages.h"
 #include "tests/support/FakeKeyboardLayout.h"
 #include "tests/support/FakeMainQueue.h"
@@ -82,6 +83,7 @@ struct FakePlatform {
     RecordingHotkeyService hotkeys;
     FakeKeyboardLayout keyboardLayout;
     RecordingStatusItem statusItem;
+    FakeHttpClient http;
     Platform platform{.bundle = {.name = "Glimmerly"},
                       .notifications = notifications,
                       .application = application,
@@ -99,7 +101,8 @@ struct FakePlatform {
                       .images = images,
                       .hotkeys = hotkeys,
                       .keyboardLayout = keyboardLayout,
-                      .statusItem = statusItem};
+                      .statusItem = statusItem,
+                      .http = http};
 };
 
 TEST(AppDelegateTest, StartsAndStopsTheServicesInOrder) {

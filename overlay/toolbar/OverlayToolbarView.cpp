@@ -1,11 +1,11 @@
 #include "overlay/toolbar/OverlayToolbarView.h"
 
 #include "overlay/QtColor.h"
-#include "ui/DevicePixels.h"
 #include "overlay/toolbar/ToolbarAccessibility.h"
 #include "overlay/toolbar/ToolbarGrabHandleView.h"
 #include "overlay/toolbar/ToolbarShadowView.h"
 #include "overlay/toolbar/ToolbarStyle.h"
+#include "ui/DevicePixels.h"
 
 #include <QEnterEvent>
 #include <QHBoxLayout>

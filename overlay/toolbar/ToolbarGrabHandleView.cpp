@@ -1,8 +1,8 @@
 #include "overlay/toolbar/ToolbarGrabHandleView.h"
 
 #include "overlay/QtColor.h"
-#include "ui/DevicePixels.h"
 #include "overlay/toolbar/ToolbarStyle.h"
+#include "ui/DevicePixels.h"
 
 #include <QMouseEvent>
 

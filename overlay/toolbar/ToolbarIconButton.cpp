@@ -1,9 +1,9 @@
 #include "overlay/toolbar/ToolbarIconButton.h"
 
 #include "overlay/QtColor.h"
-#include "ui/DevicePixels.h"
 #include "overlay/toolbar/ToolbarStyle.h"
 #include "platform/qt/QtConversions.h"
+#include "ui/DevicePixels.h"
 
 #include <QEasingCurve>
 #include <QMouseEvent>

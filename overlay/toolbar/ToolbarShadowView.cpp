@@ -1,8 +1,8 @@
 #include "overlay/toolbar/ToolbarShadowView.h"
 
-#include "ui/DevicePixels.h"
 #include "overlay/toolbar/ToolbarShadowImage.h"
 #include "overlay/toolbar/ToolbarStyle.h"
+#include "ui/DevicePixels.h"
 
 #include <QEvent>
 #include <QPaintEvent>

@@ -26,7 +26,8 @@ public:
     void waitForRest();
 
 private:
-    /// What is known of a window that came after this object. The program keeps its overlay's for the next one.
+    /// What is known of a window that came after this object. The program keeps its overlay's for the next
+    /// one.
     struct Window {
         xcb_damage_damage_t damage = XCB_NONE;
         double painted = 0; ///< pixels painted so far, each counted once

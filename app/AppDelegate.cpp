@@ -5,7 +5,9 @@
 #include "diagnostics/GlimmerlyLog.h"
 #include "hotkeys/GlobalHotkeyController.h"
 #include "overlay/ScreenshotOverlayController.h"
+#include "platform/HttpClient.h"
 #include "platform/Platform.h"
+#include "telemetry/TelemetrySink.h"
 #include "ui/FollowAppearance.h"
 
 namespace glimmerly {
@@ -40,14 +42,18 @@ void AppDelegate::applicationDidFinishLaunching() {
         if (!ScreenshotOverlayController::shared().window())
             StatusItemController::shared().popUpMenu();
     });
+    TelemetrySink::shared().track(telemetry_event::appLaunch);
 }
 
 void AppDelegate::applicationWillTerminate() {
     GlimmerlyLog::notice(log_category::appLifecycle, "applicationWillTerminate");
+    TelemetrySink::shared().flushSynchronously();
     GlimmerlyLog::flush();
     GlobalHotkeyController::shared().shutdown();
     // An overlay that is still open takes its capture file with it.
     ScreenshotOverlayController::shared().closeOverlay();
+    // A request that is still under way must not outlive what it uses.
+    Platform::current().http.stop();
 }
 
 } // namespace glimmerly

@@ -5,6 +5,7 @@
 #include "capture/service/ScreenCaptureService.h"
 #include "overlay/ScreenshotOverlayController.h"
 #include "platform/Platform.h"
+#include "telemetry/TelemetrySink.h"
 
 namespace glimmerly {
 
@@ -16,7 +17,8 @@ ScreenshotOverlayWorkflow& sharedWorkflow() {
                                        .session = ScreenshotCaptureSession::shared(),
                                        .overlay = ScreenshotOverlayController::shared(),
                                        .alerts = Platform::current().alerts,
-                                       .mainQueue = Platform::current().mainQueue});
+                                       .mainQueue = Platform::current().mainQueue,
+                                       .telemetry = TelemetrySink::shared()});
     return *workflow;
 }
 

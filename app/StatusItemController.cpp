@@ -8,6 +8,7 @@
 #include "platform/KeyboardLayout.h"
 #include "platform/Platform.h"
 #include "platform/StatusBar.h"
+#include "telemetry/TelemetrySink.h"
 
 #include <QAction>
 #include <QIcon>
@@ -40,6 +41,7 @@ StatusItemController& StatusItemController::shared() {
              .hotkeySettings = HotkeySettings::shared(),
              .keyboardLayout = platform.keyboardLayout,
              .application = platform.application,
+             .telemetry = TelemetrySink::shared(),
              .requestScreenshot = [] { requestScreenshot(ScreenshotRequestSource::menubar); }});
     }();
     return *instance;
@@ -132,6 +134,7 @@ void StatusItemController::takeScreenshot() {
 }
 
 void StatusItemController::quit() {
+    services_.telemetry.track(telemetry_event::statusMenuQuit);
     GlimmerlyLog::notice(log_category::statusMenu, "Quit chosen from menu");
     services_.application.terminate();
 }

@@ -18,6 +18,7 @@ class HotkeySettings;
 class Images;
 class KeyboardLayout;
 class StatusItem;
+class Telemetry;
 
 /// What the controller uses of the desktop and of the other services.
 struct StatusItemServices {
@@ -28,6 +29,7 @@ struct StatusItemServices {
     const HotkeySettings& hotkeySettings;
     KeyboardLayout& keyboardLayout;
     Application& application;
+    Telemetry& telemetry;
     std::function<void()> requestScreenshot;
 };
 

@@ -5,6 +5,7 @@
 #include "base/Uuid.h"
 #include "capture/ScreenshotRequestSource.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 
@@ -15,6 +16,7 @@ class MainQueue;
 class OverlayPresenter;
 class ScreenCaptureService;
 class ScreenshotCaptureSession;
+class Telemetry;
 
 /// What the workflow works with.
 struct ScreenshotWorkflowServices {
@@ -23,6 +25,7 @@ struct ScreenshotWorkflowServices {
     OverlayPresenter& overlay;
     Alerts& alerts;
     MainQueue& mainQueue;
+    Telemetry& telemetry;
     WallClock clock = systemClock();
 };
 
@@ -42,9 +45,11 @@ private:
         WallTime start;
     };
 
+    void succeed(const Request& request, std::int64_t duration);
     void run(const std::filesystem::path& fileURL);
     void finish(const Request& request, const Result<void>& outcome);
-    void discard(const Request& request) const;
+    [[nodiscard]] std::int64_t durationOf(const Request& request) const;
+    static void discard(const Request& request, std::int64_t duration);
     void report(const Request& request, const Error& error);
 
     ScreenshotWorkflowServices services_;

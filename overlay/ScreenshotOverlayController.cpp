@@ -10,6 +10,7 @@
 #include "platform/Platform.h"
 #include "platform/SavePanel.h"
 #include "platform/Workspace.h"
+#include "telemetry/TelemetrySink.h"
 
 #include <QDateTime>
 #include <QKeyEvent>
@@ -26,6 +27,21 @@ namespace glimmerly {
 namespace {
 /// How far the overlay's window is taller than the screen, in points.
 constexpr double overlayExtraHeight = 2;
+
+std::string_view telemetrySpelling(DismissalSource source) {
+    switch (source) {
+    case DismissalSource::esc:
+        return "esc";
+    case DismissalSource::close:
+        return "close";
+    case DismissalSource::copy:
+        return "copy";
+    case DismissalSource::save:
+        return "save";
+    }
+    return {};
+}
+
 } // namespace
 
 ScreenshotOverlayController::ScreenshotOverlayController(OverlayControllerServices services)
@@ -43,6 +59,7 @@ ScreenshotOverlayController& ScreenshotOverlayController::shared() {
                                                 .pasteboard = platform.pasteboard,
                                                 .savePanel = platform.savePanel,
                                                 .mainQueue = platform.mainQueue,
+                                                .telemetry = TelemetrySink::shared(),
                                                 .bundleIdentifier = platform.bundle.identifier});
     }();
     return *instance;
@@ -62,6 +79,7 @@ void ScreenshotOverlayController::presentOverlay(const std::filesystem::path& ca
     rememberApplicationToRestore();
     makeWindowKey();
     overlayOpenDate_ = services_.clock();
+    services_.telemetry.track(telemetry_event::overlayOpened);
     installKeyDownMonitor();
 }
 
@@ -80,7 +98,7 @@ void ScreenshotOverlayController::createWindow(const Screen& screen,
                 action(*controller);
         };
     };
-    canvas->onClose = whileAlive([](auto& self) { self.closeOverlay(); });
+    canvas->onClose = whileAlive([](auto& self) { self.dismissOverlay(DismissalSource::close); });
     canvas->onDownload = whileAlive([](auto& self) { self.saveSelection(); });
     canvas->onDone = whileAlive([](auto& self) { self.copyAndDismiss(); });
     window_->setContentView(std::move(canvas));
@@ -126,7 +144,7 @@ KeyDownMonitor::Verdict ScreenshotOverlayController::handleKeyDown(const QKeyEve
     if (isReturn)
         copyAndDismiss();
     else
-        closeOverlay();
+        dismissOverlay(DismissalSource::esc);
     return KeyDownMonitor::Verdict::swallow;
 }
 
@@ -139,7 +157,7 @@ bool ScreenshotOverlayController::copyAndDismiss() {
             "Copy selection to pasteboard returned false (missing crop bitmap or pasteboard write failed)");
         return false;
     }
-    closeOverlay();
+    dismissOverlay(DismissalSource::copy);
     return true;
 }
 
@@ -151,14 +169,15 @@ void ScreenshotOverlayController::saveSelection() {
         GlimmerlyLog::error(log_category::overlay, "Save requested without a valid selection bitmap");
         return;
     }
+    const auto dismissal = dismissalProperties(std::nullopt); // the time in the panel does not count
     closeOverlay();
-    services_.mainQueue.post([controller = QPointer(this), image = *image] {
+    services_.mainQueue.post([controller = QPointer(this), image = *image, dismissal] {
         if (controller)
-            controller->askWhereToSave(image);
+            controller->askWhereToSave(image, dismissal);
     });
 }
 
-void ScreenshotOverlayController::askWhereToSave(const Bitmap& image) {
+void ScreenshotOverlayController::askWhereToSave(const Bitmap& image, const TelemetryProperties& dismissal) {
     services_.application.activateIgnoringOtherApps();
     const auto answer = services_.savePanel.runModal({defaultCaptureFileName(services_.clock())});
     if (answer.response == SavePanelResponse::cancel)
@@ -171,7 +190,10 @@ void ScreenshotOverlayController::askWhereToSave(const Bitmap& image) {
     std::filesystem::path destination = *answer.location;
     if (const auto extension = destination.extension(); extension.empty() || extension == ".")
         destination.replace_extension("png");
-    if (!writeCroppedImagePNG(image, destination))
+    if (writeCroppedImagePNG(image, destination))
+        services_.telemetry.track(telemetry_event::overlayDismissed,
+                                  dismissalProperties(DismissalSource::save, dismissal));
+    else
         GlimmerlyLog::error(log_category::overlay, "writeCroppedImagePNG returned false after save panel",
                             {{"destination", destination.filename().string()}});
 }
@@ -181,6 +203,20 @@ std::string defaultCaptureFileName(WallTime now) {
     const QDateTime local = QDateTime::fromSecsSinceEpoch(seconds);
     const QString moment = QLocale().toString(local, QStringLiteral("yyyy-MM-dd HH.mm.ss"));
     return "Glimmerly Capture " + moment.toStdString() + ".png";
+}
+
+TelemetryProperties ScreenshotOverlayController::dismissalProperties(std::optional<DismissalSource> source,
+                                                                     TelemetryProperties base) const {
+    if (source)
+        base.insert_or_assign("source", telemetrySpelling(*source));
+    if (overlayOpenDate_)
+        base.insert_or_assign("overlay_active_ms", clampedMilliseconds(*overlayOpenDate_, services_.clock()));
+    return base;
+}
+
+void ScreenshotOverlayController::dismissOverlay(DismissalSource source) {
+    services_.telemetry.track(telemetry_event::overlayDismissed, dismissalProperties(source));
+    closeOverlay();
 }
 
 void ScreenshotOverlayController::closeOverlay() {

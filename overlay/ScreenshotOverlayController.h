@@ -6,6 +6,7 @@
 #include "overlay/KeyDownMonitor.h"
 #include "overlay/OverlayKeyWindow.h"
 #include "platform/Screens.h"
+#include "telemetry/TelemetryValue.h"
 
 #include <QObject>
 
@@ -22,6 +23,7 @@ class OverlayWindows;
 class Pasteboard;
 class RunningApplication;
 class SavePanel;
+class Telemetry;
 class Workspace;
 
 /// What the controller uses of the desktop.
@@ -33,8 +35,17 @@ struct OverlayControllerServices {
     Pasteboard& pasteboard;
     SavePanel& savePanel;
     MainQueue& mainQueue;
+    Telemetry& telemetry;
     std::optional<std::string> bundleIdentifier;
     WallClock clock = systemClock();
+};
+
+/// What took an overlay down.
+enum class DismissalSource {
+    esc,   ///< the Escape key
+    close, ///< the toolbar's close button
+    copy,  ///< Done, after the selection was copied
+    save,  ///< Download, after the file was written
 };
 
 /// Shows a finished capture over its whole display and ends that overlay again. While it is open the
@@ -52,6 +63,8 @@ public:
     /// Takes the overlay down, activates the application remembered and deletes the capture file. Does
     /// nothing when no overlay is open.
     void closeOverlay() override;
+    /// Closes and counts it as the user's wish, by that means.
+    void dismissOverlay(DismissalSource source);
     /// Copies the selection to the pasteboard and closes. False, with the overlay open as it was, while text
     /// is being typed or when the copy fails.
     bool copyAndDismiss();
@@ -77,7 +90,9 @@ private:
     void makeWindowKey();
     void installKeyDownMonitor();
     KeyDownMonitor::Verdict handleKeyDown(const QKeyEvent& event);
-    void askWhereToSave(const Bitmap& image);
+    [[nodiscard]] TelemetryProperties dismissalProperties(std::optional<DismissalSource> source,
+                                                          TelemetryProperties base = {}) const;
+    void askWhereToSave(const Bitmap& image, const TelemetryProperties& dismissal);
     void deleteCaptureFile();
 
     OverlayControllerServices services_;

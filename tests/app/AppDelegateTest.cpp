@@ -33,9 +33,14 @@ std::vector<std::string> events;
 
 struct RecordingLog : LogCapture {
     void write(LogRecord record) override { events.push_back(record.category + ": " + record.message); }
-    void flush() override { events.emplace_back("log flushed"); }
+    void flush() override {
+        events.emplace_back(http.requests().empty() ? "log flushed" : "log flushed after telemetry");
+    }
     std::optional<std::filesystem::path> eventsURL() override { return location; }
 
+    explicit RecordingLog(const FakeHttpClient& client) : http(client) {}
+
+    const FakeHttpClient& http;
     std::optional<std::filesystem::path> location = "/somewhere/events.jsonl";
 };
 
@@ -84,7 +89,7 @@ struct FakePlatform {
     FakeKeyboardLayout keyboardLayout;
     RecordingStatusItem statusItem;
     FakeHttpClient http;
-    Platform platform{.bundle = {.name = "Glimmerly"},
+    Platform platform{.bundle = {.name = "Glimmerly", .serviceBaseURL = "https://service.example"},
                       .notifications = notifications,
                       .application = application,
                       .mainQueue = mainQueue,
@@ -108,7 +113,7 @@ struct FakePlatform {
 TEST(AppDelegateTest, StartsAndStopsTheServicesInOrder) {
     auto& fake = *new FakePlatform;
     Platform::setCurrent(fake.platform);
-    RecordingLog log;
+    RecordingLog log(fake.http);
     AppDelegate delegate;
 
     delegate.applicationWillFinishLaunching();
@@ -132,8 +137,11 @@ TEST(AppDelegateTest, StartsAndStopsTheServicesInOrder) {
     events.clear();
 
     delegate.applicationWillTerminate();
-    EXPECT_THAT(events, ElementsAre("AppLifecycle: applicationWillTerminate", "log flushed",
+    EXPECT_THAT(events, ElementsAre("AppLifecycle: applicationWillTerminate", "log flushed after telemetry",
                                     "hotkey unregistered", "hotkey handler removed"));
+    const std::string body = fake.http.requests().at(0).body;
+    EXPECT_THAT(body, testing::HasSubstr("app_launch"));
+    EXPECT_TRUE(fake.http.isStopped);
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "tests/support/FakeKeyboardLayout.h"
 #include "tests/support/FakePreferences.h"
 #include "tests/support/FakeStatusItem.h"
+#include "tests/support/FakeTelemetry.h"
 #include "tests/support/LogCapture.h"
 
 #include <QAction>
@@ -36,6 +37,7 @@ protected:
                                               .hotkeySettings = settings,
                                               .keyboardLayout = layout,
                                               .application = application,
+                                              .telemetry = telemetry,
                                               .requestScreenshot = [this] { ++requests; }});
         controller->installStatusItem();
         return *controller;
@@ -51,6 +53,7 @@ protected:
     FakePreferences preferences;
     FakeKeyboardLayout layout{{{0, "a"}, {12, "q"}}};
     FakeApplication application;
+    FakeTelemetry telemetry;
     HotkeySettings settings{preferences, notifications};
     int requests = 0;
     std::optional<StatusItemController> controller;
@@ -174,6 +177,7 @@ TEST_F(StatusItemControllerTest, QuitIsLoggedBeforeItEndsTheProgram) {
     EXPECT_EQ(log.records()[0].category, "StatusMenu");
     EXPECT_EQ(log.records()[0].message, "Quit chosen from menu");
     EXPECT_EQ(application.terminations, 1);
+    EXPECT_EQ(telemetry.events, (std::vector<FakeTelemetry::Event>{{"status_menu_quit", {}}}));
 }
 
 } // namespace

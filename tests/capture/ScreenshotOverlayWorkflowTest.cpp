@@ -7,6 +7,7 @@
 #include "tests/support/FakeMainQueue.h"
 #include "tests/support/FakeScreenCapture.h"
 #include "tests/support/FakeScreens.h"
+#include "tests/support/FakeTelemetry.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/ProcessState.h"
 #include "tests/support/ScratchDirectory.h"
@@ -69,12 +70,14 @@ protected:
     ScreenshotCaptureSession session;
     FakeOverlay overlay;
     FakeAlerts alerts;
+    FakeTelemetry telemetry;
     WallTime now{};
     ScreenshotOverlayWorkflow workflow{{.captureService = captureService,
                                         .session = session,
                                         .overlay = overlay,
                                         .alerts = alerts,
                                         .mainQueue = queue,
+                                        .telemetry = telemetry,
                                         .clock = [this] { return now; }}};
 };
 
@@ -88,6 +91,45 @@ TEST_F(ScreenshotOverlayWorkflowTest, PresentsTheCaptureAndHandsItsFileOver) {
     EXPECT_EQ(lines[0].level, GlimmerlyLog::Level::debug);
     EXPECT_EQ(lines[0].category, "ScreenshotWorkflow");
     EXPECT_EQ(lines[0].metadata->at("path"), overlay.shown.filename().string());
+}
+
+TEST_F(ScreenshotOverlayWorkflowTest, TellsOfEachRequestAndHowItEnded) {
+    using Event = FakeTelemetry::Event;
+    const auto stale = startCapture();
+    workflow.requestScreenshot(ScreenshotRequestSource::menubar);
+    queue.runAll();
+    now += std::chrono::milliseconds(20);
+    succeed(stale);
+    EXPECT_EQ(std::exchange(telemetry.events, {}),
+              (std::vector<Event>{{"capture_requested", {{"source", "hotkey"}}},
+                                  {"capture_started", {}},
+                                  {"capture_requested", {{"source", "menubar"}}},
+                                  {"capture_started", {}}}))
+        << "nobody is told of a capture that came too late";
+
+    succeed(1);
+    EXPECT_EQ(std::exchange(telemetry.events, {}),
+              (std::vector<Event>{{"capture_succeeded",
+                                   {{"duration_ms", 20},
+                                    {"requested_width_px", 64},
+                                    {"requested_height_px", 48},
+                                    {"captured_width_px", screenCapture.image->width()},
+                                    {"captured_height_px", screenCapture.image->height()},
+                                    {"expected_screen_width_px", 64},
+                                    {"expected_screen_height_px", 48},
+                                    {"display_width_points", 64},
+                                    {"display_height_points", 48},
+                                    {"point_pixel_scale", 1.0}}}}));
+
+    const auto failing = startCapture();
+    telemetry.events.clear();
+    alerts.onRun = [&] { now += std::chrono::hours(48); };
+    fail(failing);
+    EXPECT_EQ(telemetry.events,
+              (std::vector<Event>{{"capture_failed",
+                                   {{"duration_ms", 86'400'000}, // with the time that the alert was open
+                                    {"error_domain", "X11"},
+                                    {"error_code", 42}}}}));
 }
 
 TEST_F(ScreenshotOverlayWorkflowTest, ClosesAnOpenOverlayBeforeTheNewCapture) {

@@ -7,6 +7,7 @@
 #include "tests/support/FakePasteboard.h"
 #include "tests/support/FakeSavePanel.h"
 #include "tests/support/FakeScreens.h"
+#include "tests/support/FakeTelemetry.h"
 #include "tests/support/FakeWorkspace.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/ScratchDirectory.h"
@@ -62,6 +63,8 @@ protected:
     FakePasteboard pasteboard;
     FakeSavePanel savePanel;
     FakeMainQueue mainQueue;
+    FakeTelemetry telemetry;
+    WallTime now{};
     ScreenshotOverlayController controller{{.application = application,
                                             .screens = screens,
                                             .workspace = workspace,
@@ -69,15 +72,25 @@ protected:
                                             .pasteboard = pasteboard,
                                             .savePanel = savePanel,
                                             .mainQueue = mainQueue,
-                                            .bundleIdentifier = "app.glimmerly.Glimmerly"}};
+                                            .telemetry = telemetry,
+                                            .bundleIdentifier = "app.glimmerly.Glimmerly",
+                                            .clock = [this] { return now; }}};
 };
 
 TEST_F(SaveSelection, ClosesTheOverlayThenAsksAndWrites) {
     select();
     answer(SavePanelResponse::ok, directory.path() / "picture");
     bool wasClosed = false;
-    savePanel.onRun = [&] { wasClosed = !controller.window() && !exists(capture); };
+    savePanel.onRun = [&] {
+        wasClosed = !controller.window() && !exists(capture);
+        now += std::chrono::minutes(1);
+    };
+    now += std::chrono::microseconds(1'234'567);
     download();
+    ASSERT_EQ(telemetry.events.size(), 2u);
+    EXPECT_EQ(telemetry.events[1],
+              (FakeTelemetry::Event{"overlay_dismissed", {{"source", "save"}, {"overlay_active_ms", 1234}}}))
+        << "the time in the panel does not count";
     EXPECT_TRUE(wasClosed);
     ASSERT_EQ(savePanel.requests.size(), 1u);
     const std::regex name(R"(Glimmerly Capture \d{4}-\d\d-\d\d \d\d\.\d\d\.\d\d\.png)");
@@ -112,6 +125,7 @@ TEST_F(SaveSelection, AFailureIsLoggedWithItsReason) {
     const auto lines = log.withMessage("writeCroppedImagePNG returned false after save panel");
     ASSERT_EQ(lines.size(), 1u);
     EXPECT_EQ(lines[0].metadata->at("destination"), "picture.png");
+    EXPECT_EQ(telemetry.events.size(), 1u) << "opened, and not dismissed with a file";
 }
 
 TEST_F(SaveSelection, APanelWithoutALocationIsLogged) {
@@ -135,12 +149,15 @@ TEST_F(SaveSelection, DoneCopiesAndCloseDropsTheCapture) {
     EXPECT_FALSE(controller.window());
     ASSERT_TRUE(pasteboard.image);
     EXPECT_EQ(pasteboard.image->size(), (PixelSize{100, 50}));
+    EXPECT_EQ(telemetry.events.back(),
+              (FakeTelemetry::Event{"overlay_dismissed", {{"source", "copy"}, {"overlay_active_ms", 0}}}));
 
     writePng(capture, noisePicture({320, 200}));
     controller.presentOverlay(capture);
     controller.window()->contentView()->toolbar().onCloseTapped();
     EXPECT_FALSE(controller.window());
     EXPECT_FALSE(exists(capture));
+    EXPECT_EQ(telemetry.events.back().properties.at("source"), "close");
 }
 
 } // namespace

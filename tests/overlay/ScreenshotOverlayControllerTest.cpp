@@ -8,6 +8,7 @@
 #include "tests/support/FakePasteboard.h"
 #include "tests/support/FakeSavePanel.h"
 #include "tests/support/FakeScreens.h"
+#include "tests/support/FakeTelemetry.h"
 #include "tests/support/FakeWorkspace.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/ScratchDirectory.h"
@@ -101,6 +102,7 @@ protected:
     FakePasteboard pasteboard;
     FakeSavePanel savePanel;
     FakeMainQueue mainQueue;
+    FakeTelemetry telemetry;
     std::vector<int> typed;
     std::unique_ptr<ScreenshotOverlayController> controller =
         std::make_unique<ScreenshotOverlayController>(OverlayControllerServices{
@@ -111,6 +113,7 @@ protected:
             .pasteboard = pasteboard,
             .savePanel = savePanel,
             .mainQueue = mainQueue,
+            .telemetry = telemetry,
             .bundleIdentifier = "app.glimmerly.Glimmerly",
         });
 };
@@ -166,8 +169,9 @@ TEST_F(ScreenshotOverlayControllerTest, RestoresAnyApplicationButThisOne) {
     EXPECT_EQ(activationsAfterOverlay("app.glimmerly.Glimmerly"), 0);
     EXPECT_EQ(activationsAfterOverlay(std::nullopt), 1);
 
-    controller = std::make_unique<ScreenshotOverlayController>(OverlayControllerServices{
-        application, screens, workspace, overlayWindows, pasteboard, savePanel, mainQueue, std::nullopt});
+    controller = std::make_unique<ScreenshotOverlayController>(
+        OverlayControllerServices{application, screens, workspace, overlayWindows, pasteboard, savePanel,
+                                  mainQueue, telemetry, std::nullopt});
     EXPECT_EQ(activationsAfterOverlay("org.example.Editor"), 1);
     EXPECT_EQ(activationsAfterOverlay(std::nullopt), 0) << "two missing identifiers are equal";
 }
@@ -238,6 +242,14 @@ TEST_F(ScreenshotOverlayControllerTest, EscapeClosesAlsoWhileTyping) {
     typeInto<QTextEdit>();
     EXPECT_FALSE(press(Qt::Key_Escape));
     EXPECT_EQ(controller->window(), nullptr);
+    ASSERT_EQ(telemetry.events.size(), 4u);
+    EXPECT_EQ(telemetry.events[2], (FakeTelemetry::Event{"overlay_opened", {}}));
+    EXPECT_EQ(telemetry.events[3].name, "overlay_dismissed");
+    EXPECT_EQ(telemetry.events[3].properties.at("source"), "esc");
+
+    controller->presentOverlay(newCaptureFile());
+    controller->closeOverlay();
+    EXPECT_EQ(telemetry.events.size(), 5u) << "closed for another capture, it is not dismissed";
 }
 
 TEST_F(ScreenshotOverlayControllerTest, ReturnCopiesTheSelectionAndCloses) {

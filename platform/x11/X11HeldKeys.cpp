@@ -1,13 +1,33 @@
 #include "platform/x11/X11HeldKeys.h"
 
+#include <QAbstractEventDispatcher>
+
 #include <algorithm>
 #include <span>
+#include <utility>
 
 namespace glimmerly {
+
+namespace {
+
+bool contains(const X11HeldKeys::KeySet& keys, xcb_keycode_t key) {
+    return (keys[key / 8] >> key % 8 & 1) != 0;
+}
+
+/// Has whoever looks at the native events of our own windows look at this one too: a hotkey acts nowhere else
+/// while a client has the keyboard.
+void showToNativeEventFilters(const xcb_key_press_event_t& event) {
+    xcb_key_press_event_t shown = event;
+    qintptr ignored = 0;
+    QAbstractEventDispatcher::instance()->filterNativeEvent("xcb_generic_event_t", &shown, &ignored);
+}
+
+} // namespace
 
 X11HeldKeys::X11HeldKeys(const X11Connection& connection) : connection_(connection) {}
 
 void X11HeldKeys::swallowUntilReleased() {
+    heldBefore_ = keysDown();
     if (hasKeyboard_ || !anyKeyDown())
         return;
     xcb_connection_t* const x = connection_.get();
@@ -19,16 +39,36 @@ void X11HeldKeys::swallowUntilReleased() {
 }
 
 void X11HeldKeys::handle(const xcb_generic_event_t& event) {
-    if ((event.response_type & ~0x80) == XCB_KEY_RELEASE)
+    switch (event.response_type & ~0x80) {
+    case XCB_KEY_PRESS:
+        handlePress(reinterpret_cast<const xcb_key_press_event_t&>(event));
+        break;
+    case XCB_KEY_RELEASE:
         handleRelease();
+        break;
+    default:
+        break;
+    }
+}
+
+void X11HeldKeys::handlePress(const xcb_key_press_event_t& event) {
+    if (!hasKeyboard_ || contains(heldBefore_, event.detail) || contains(modifierKeys(), event.detail))
+        return;
+    // The key pressed last is the one that repeats, so the earlier one is silent from here on.
+    letGo();
+    showToNativeEventFilters(event);
 }
 
 void X11HeldKeys::handleRelease() {
-    if (!hasKeyboard_ || anyKeyDown())
+    if (!anyKeyDown())
+        letGo();
+}
+
+void X11HeldKeys::letGo() {
+    if (!std::exchange(hasKeyboard_, false))
         return;
     xcb_ungrab_keyboard(connection_.get(), XCB_CURRENT_TIME);
     xcb_flush(connection_.get());
-    hasKeyboard_ = false;
 }
 
 X11HeldKeys::KeySet X11HeldKeys::modifierKeys() const {
@@ -45,15 +85,20 @@ X11HeldKeys::KeySet X11HeldKeys::modifierKeys() const {
     return keys;
 }
 
-bool X11HeldKeys::anyKeyDown() const {
+X11HeldKeys::KeySet X11HeldKeys::keysDown() const {
     xcb_connection_t* const x = connection_.get();
-    const XcbOwned<xcb_query_keymap_reply_t> down(xcb_query_keymap_reply(x, xcb_query_keymap(x), nullptr));
-    if (!down)
-        return false;
+    const XcbOwned<xcb_query_keymap_reply_t> reply(xcb_query_keymap_reply(x, xcb_query_keymap(x), nullptr));
+    KeySet keys{};
+    if (reply)
+        std::ranges::copy(reply->keys, keys.begin());
+    return keys;
+}
+
+bool X11HeldKeys::anyKeyDown() const {
     const auto onlyModifiers = [](std::uint8_t pressed, std::uint8_t modifiers) {
         return (pressed & ~modifiers) == 0;
     };
-    return !std::ranges::equal(down->keys, modifierKeys(), onlyModifiers);
+    return !std::ranges::equal(keysDown(), modifierKeys(), onlyModifiers);
 }
 
 } // namespace glimmerly

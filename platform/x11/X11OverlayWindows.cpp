@@ -87,6 +87,7 @@ void X11OverlayWindows::makeKeyAndOrderFront(QWidget& window) {
     // Qt asks for a first paint by an event that may come after the one that paints: then it would paint
     // twice.
     QCoreApplication::sendPostedEvents(&window, QEvent::UpdateLater);
+    heldKeys_.letGo();
     keeper_->takeFocus();
 }
 

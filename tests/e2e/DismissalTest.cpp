@@ -25,7 +25,7 @@ TEST(Dismissal, EscapeLeavesNoTrace) {
     EXPECT_TRUE(waitUntil([&] { return active() == window && client.focusedWindow() == focus; }))
         << "active " << active() << ", was " << window << "; focus " << client.focusedWindow() << ", was "
         << focus;
-    EXPECT_TRUE(session.program.captureFiles().empty());
+    EXPECT_TRUE(waitUntil([&] { return session.program.captureFiles().empty(); }));
     EXPECT_EQ(session.clipboard.text(), "kept");
 }
 

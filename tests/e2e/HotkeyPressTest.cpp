@@ -58,6 +58,19 @@ TEST(HotkeyPress, HeldDownIsOneRequest) {
     EXPECT_TRUE(session.openOverlay()) << "the next press counts again";
 }
 
+TEST(HotkeyPress, CountsWhileTheKeyThatClosedAnOverlayIsStillDown) {
+    Session session;
+    ASSERT_TRUE(session.openOverlay());
+    session.robot.press(Key::escape);
+    ASSERT_TRUE(session.waitForNoOverlay());
+    session.robot.type({Key::super, Key::leftShift, Key::a});
+    EXPECT_TRUE(session.waitForOverlay());
+    session.robot.release(Key::escape);
+    session.robot.drag({10, 10}, {500, 400});
+    session.robot.type({Key::returnKey});
+    EXPECT_TRUE(session.waitForNoOverlay());
+}
+
 TEST(HotkeyPress, TwentyInASecondLeaveOneOverlayAndItsFile) {
     Session session;
     session.robot.press(Key::super);
@@ -81,7 +94,7 @@ TEST(HotkeyPress, TwentyInASecondLeaveOneOverlayAndItsFile) {
 
     session.robot.type({Key::escape});
     ASSERT_TRUE(session.waitForNoOverlay());
-    EXPECT_TRUE(session.program.captureFiles().empty());
+    EXPECT_TRUE(waitUntil([&] { return session.program.captureFiles().empty(); }));
 }
 
 TEST(HotkeyPress, WhileAnOverlayIsOpenReplacesIt) {

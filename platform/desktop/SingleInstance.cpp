@@ -52,6 +52,9 @@ Result<FileDescriptor> openLock(const FileDescriptor& directory, const std::stri
                                  S_IRUSR | S_IWUSR));
     if (!lock)
         return posixFailure("Opening the lock " + name);
+    // A umask that takes bits of the owner's away would shut the next start out.
+    if (::fchmod(lock.get(), S_IRUSR | S_IWUSR) != 0)
+        return posixFailure("Setting the mode of the lock " + name);
     return lock;
 }
 

@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -42,7 +43,9 @@ TEST(SingleInstanceTest, HearsOfFurtherStartsAndGivesTheRightUp) {
     const ScratchDirectory scratch;
     int heard = 0;
     {
+        const mode_t umaskBefore = ::umask(0777);
         auto first = SingleInstance::claim(scratch.path(), "_0");
+        ::umask(umaskBefore);
         ASSERT_TRUE(first && *first);
         (*first)->onHandOver([&] { ++heard; });
 

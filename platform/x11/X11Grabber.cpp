@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <new>
 
 namespace glimmerly {
 
@@ -44,6 +45,14 @@ Result<PixelFormat> rootFormat(const X11Connection& connection) {
     return failure(Error::posix(ENOTSUP, "The display's depth"));
 }
 
+Result<Bitmap> roomFor(PixelSize size) {
+    try {
+        return makeDisplayBitmap(size);
+    } catch (const std::bad_alloc&) {
+        return failure(Error::posix(ENOMEM, purpose));
+    }
+}
+
 /// Keeps every other client waiting.
 class ServerGrab {
 public:
@@ -74,11 +83,15 @@ struct Strips {
 } // namespace
 
 Result<Bitmap> X11Grabber::grab(PixelRect area) {
+    if (area.width < 1 || area.height < 1) // monitors can be defined without any
+        return failure(Error::posix(ENODATA, purpose));
     if (auto prepared = prepare(); !prepared)
         return failure(prepared.error());
-    Bitmap bitmap = makeDisplayBitmap(area.size());
+    auto bitmap = roomFor(area.size());
+    if (!bitmap)
+        return bitmap;
     const ServerGrab oneMoment(connection_.get());
-    auto copied = segment_ ? copyThroughSegment(area, bitmap) : copyThroughSocket(area, bitmap);
+    auto copied = segment_ ? copyThroughSegment(area, *bitmap) : copyThroughSocket(area, *bitmap);
     if (!copied)
         return failure(copied.error());
     return bitmap;

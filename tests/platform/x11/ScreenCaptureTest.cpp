@@ -238,6 +238,7 @@ TEST(ScreenCapture, X11GrabberReportsErrorsOfTheServerAndItsEnd) {
     X11Grabber grabber(*connection);
     ASSERT_TRUE(grabber.grab({600, 400, 40, 80}));
     EXPECT_EQ(grabber.grab({600, 400, 41, 80}).error().code(), XCB_MATCH) << "reaches beyond the root window";
+    EXPECT_EQ(grabber.grab({10, 10, 0, 0}).error().code(), ENODATA) << "a monitor without pixels";
     ASSERT_TRUE(grabber.grab({0, 0, 640, 480})) << "goes on after an error";
     server.kill();
     EXPECT_EQ(grabber.grab({0, 0, 640, 480}).error().domain(), "X11");

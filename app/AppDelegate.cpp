@@ -2,6 +2,7 @@
 
 #include "app/ScreenshotRequests.h"
 #include "app/StatusItemController.h"
+#include "capture/onboarding/PermissionsWindowController.h"
 #include "diagnostics/GlimmerlyLog.h"
 #include "hotkeys/GlobalHotkeyController.h"
 #include "overlay/ScreenshotOverlayController.h"
@@ -36,6 +37,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     logFileLocation();
     StatusItemController::shared().installStatusItem();
     GlobalHotkeyController::shared().start([] { requestScreenshot(ScreenshotRequestSource::hotkey); });
+    PermissionsWindowController::shared().showIfNeeded();
     // A desktop without a status area leaves starting the program again as the way in. An open overlay covers
     // everything, the menu too.
     Platform::current().application.onReopen([] {

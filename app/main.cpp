@@ -24,7 +24,6 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "glimmerly: %s\n", desktop.error().description().c_str());
         return EXIT_FAILURE;
     }
-    if (instance)
-        (*desktop)->followStarts(**instance);
+    (*desktop)->followStarts(instance ? &**instance : nullptr);
     return (*desktop)->run(delegate);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/Error.h"
+
 #include <functional>
 #include <optional>
 #include <string>
@@ -48,6 +50,9 @@ public:
     /// `handler` runs on the main thread whenever the user starts the program again while it runs, also for
     /// the starts since this one began. One handler for the life of the process.
     virtual void onReopen(std::function<void()> handler) = 0;
+    /// Starts this program anew beside itself. `completion` runs on the main thread: without an error once
+    /// the new one only waits for this one's end to take its place.
+    virtual void openNewInstance(std::function<void(std::optional<Error>)> completion) = 0;
 };
 
 } // namespace glimmerly

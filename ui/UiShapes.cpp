@@ -48,6 +48,10 @@ NumberBadge::NumberBadge(int number, QWidget* parent) : QWidget(parent), number_
     setFixedSize(diameter, diameter);
 }
 
+int NumberBadge::baseline() const {
+    return (height() - fontMetrics().height()) / 2 + fontMetrics().ascent();
+}
+
 void NumberBadge::paintEvent(QPaintEvent*) {
     const UiColors& colors = uiColors(*this);
     QColor fill = colors.quaternaryFill;

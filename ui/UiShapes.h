@@ -28,6 +28,9 @@ class NumberBadge : public QWidget {
 public:
     explicit NumberBadge(int number, QWidget* parent = nullptr);
 
+    /// Of the number, below the badge's top.
+    [[nodiscard]] int baseline() const;
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 

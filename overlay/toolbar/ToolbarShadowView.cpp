@@ -1,8 +1,8 @@
 #include "overlay/toolbar/ToolbarShadowView.h"
 
-#include "overlay/toolbar/ToolbarShadowImage.h"
 #include "overlay/toolbar/ToolbarStyle.h"
 #include "ui/DevicePixels.h"
+#include "ui/ShadowImage.h"
 
 #include <QEvent>
 #include <QPaintEvent>

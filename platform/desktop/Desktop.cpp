@@ -2,6 +2,7 @@
 
 #include "platform/Platform.h"
 #include "platform/desktop/DesktopScreenRecording.h"
+#include "platform/desktop/Relaunch.h"
 #include "platform/desktop/SingleInstance.h"
 #include "platform/desktop/TerminationSignals.h"
 #include "platform/http/CurlHttpClient.h"
@@ -133,8 +134,11 @@ Desktop::Desktop(std::unique_ptr<QtApplication> application, XServer& server, co
 
 Desktop::~Desktop() = default;
 
-void Desktop::followStarts(SingleInstance& instance) {
-    instance.onHandOver([this] { application_->reopen(); });
+void Desktop::followStarts(SingleInstance* instance) {
+    if (instance)
+        instance->onHandOver([this] { application_->reopen(); });
+    relaunch_ = std::make_unique<Relaunch>(instance);
+    application_->setRelaunch([this](auto completion) { relaunch_->start(std::move(completion)); });
 }
 
 int Desktop::run(ApplicationDelegate& delegate) {

@@ -8,6 +8,7 @@
 namespace glimmerly {
 
 class QtApplication;
+class Relaunch;
 class SingleInstance;
 
 /// The desktop that this process runs on: Qt's application with every service of the desktop, which it makes
@@ -22,8 +23,9 @@ public:
     Desktop(const Desktop&) = delete;
     Desktop& operator=(const Desktop&) = delete;
 
-    /// Further starts that `instance`, which must outlive the main loop, hears of reach the application.
-    void followStarts(SingleInstance& instance);
+    /// Further starts that `instance`, which must outlive the main loop, hears of reach the application, and
+    /// a new instance of the program gets its right. None: the right could not be claimed.
+    void followStarts(SingleInstance* instance);
     /// Runs the main loop until the user, a signal or the session ends it. Returns the exit status.
     int run(ApplicationDelegate& delegate);
 
@@ -34,6 +36,7 @@ private:
 
     std::unique_ptr<QtApplication> application_;
     std::unique_ptr<Services> services_;
+    std::unique_ptr<Relaunch> relaunch_;
 };
 
 } // namespace glimmerly

@@ -1,5 +1,6 @@
 #include "platform/desktop/SingleInstance.h"
 
+#include "platform/desktop/DescriptorPassing.h"
 #include "platform/files/Directories.h"
 
 #include <QSocketNotifier>
@@ -13,6 +14,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <chrono>
 #include <cstdlib>
@@ -29,8 +31,7 @@ using namespace std::chrono_literals;
 constexpr auto patience = 5s;
 constexpr auto retryInterval = 5ms; // between two looks at a process that is starting or ending
 constexpr char acknowledgement = '+';
-
-enum class Answer { heard, gone };
+constexpr char theRight = '='; // with the lock and the listener
 
 /// The address of `name` in `directory`. By way of the descriptor, because a socket's path has room for 107
 /// bytes only and because no link can be put in between.
@@ -71,40 +72,70 @@ Result<FileDescriptor> listenAt(const FileDescriptor& directory, const std::stri
     return listener;
 }
 
+/// What the process that has the right answered to a start.
+struct Answer {
+    enum class Kind { heard, gone, given } kind = Kind::gone;
+    FileDescriptor connection{};
+    FileDescriptor lock{};     ///< with `given`
+    FileDescriptor listener{}; ///< with `given`
+};
+
+bool waitForInput(const FileDescriptor& connection) {
+    pollfd readable{connection.get(), POLLIN, 0};
+    return ::poll(&readable, 1, static_cast<int>(std::chrono::milliseconds(patience).count())) != 0;
+}
+
 /// Tells the process that listens at `name` of this start and waits until it has heard; one that takes longer
 /// than we have patience will hear of it when it gets to it.
 Answer handOver(const FileDescriptor& directory, const std::string& name) {
-    const FileDescriptor connection = newSocket(0);
+    Answer answer{.connection = newSocket(0)};
     const sockaddr_un address = addressOf(directory, name);
-    if (::connect(connection.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
-        return Answer::gone;
-    pollfd readable{connection.get(), POLLIN, 0};
-    const auto wait = static_cast<int>(std::chrono::milliseconds(patience).count());
-    if (::poll(&readable, 1, wait) == 0)
-        return Answer::heard;
-    char answer = 0;
-    return ::read(connection.get(), &answer, 1) == 1 ? Answer::heard : Answer::gone;
+    const int socket = answer.connection.get();
+    if (::connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
+        return answer;
+    if (!waitForInput(answer.connection)) {
+        answer.kind = Answer::Kind::heard;
+        return answer;
+    }
+    auto received = receiveWithDescriptors(socket);
+    if (!received)
+        return answer;
+    answer.kind = Answer::Kind::heard;
+    if (received->message == theRight && received->descriptors.size() == 2) {
+        answer.kind = Answer::Kind::given;
+        answer.lock = std::move(received->descriptors[0]);
+        answer.listener = std::move(received->descriptors[1]);
+    }
+    return answer;
 }
 
-bool sameUser(int connection) {
+/// The process at the other end when it is this user's; 0 otherwise.
+pid_t peerOf(int connection) {
     ucred peer{};
     socklen_t size = sizeof peer;
-    return ::getsockopt(connection, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 && peer.uid == ::geteuid();
-}
-
-/// Answers every start that waits; true when there was one.
-bool acceptAll(int listener) {
-    bool any = false;
-    for (;;) {
-        const FileDescriptor connection(::accept4(listener, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
-        if (!connection)
-            return any;
-        if (sameUser(connection.get()))
-            any = ::send(connection.get(), &acknowledgement, 1, MSG_NOSIGNAL) == 1 || any;
-    }
+    const bool known = ::getsockopt(connection, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0;
+    return known && peer.uid == ::geteuid() ? peer.pid : 0;
 }
 
 } // namespace
+
+struct SingleInstance::Right {
+    /// Answers every start that waits.
+    void answerStarts();
+    /// True when the start was the successor's and has the right now.
+    bool giveIfDue(FileDescriptor& connection);
+
+    FileDescriptor directory;
+    FileDescriptor lock;
+    FileDescriptor listener;
+    std::string socketName;
+    std::unique_ptr<QSocketNotifier> notifier{};
+    std::function<void()> onHandOver{};
+    pid_t successor = 0; ///< 0: none
+    std::function<void()> given{};
+    /// Open until this process ends, which is how the successor hears of that; none while we have the right.
+    FileDescriptor toSuccessor{};
+};
 
 Result<std::optional<SingleInstance>> SingleInstance::claim(const fs::path& directoryPath,
                                                             std::string_view session) {
@@ -123,10 +154,22 @@ Result<std::optional<SingleInstance>> SingleInstance::claim(const fs::path& dire
             auto listener = listenAt(directory, socketName);
             if (!listener)
                 return failure(listener.error());
-            return SingleInstance(std::move(directory), std::move(*lock), std::move(*listener), socketName);
+            return SingleInstance(std::make_unique<Right>(Right{.directory = std::move(directory),
+                                                                .lock = std::move(*lock),
+                                                                .listener = std::move(*listener),
+                                                                .socketName = socketName}));
         }
-        if (handOver(directory, socketName) == Answer::heard)
+        auto answer = handOver(directory, socketName);
+        if (answer.kind == Answer::Kind::heard)
             return std::nullopt;
+        if (answer.kind == Answer::Kind::given) {
+            // What our predecessor holds of the desktop, as the hotkey, is free only then.
+            waitForInput(answer.connection);
+            return SingleInstance(std::make_unique<Right>(Right{.directory = std::move(directory),
+                                                                .lock = std::move(answer.lock),
+                                                                .listener = std::move(answer.listener),
+                                                                .socketName = socketName}));
+        }
         std::this_thread::sleep_for(retryInterval);
     }
     return std::nullopt; // the right is taken, whatever its holder is doing
@@ -139,26 +182,53 @@ Result<std::optional<SingleInstance>> SingleInstance::claim() {
     return claim(*directory, displaySessionName());
 }
 
-SingleInstance::SingleInstance(FileDescriptor directory, FileDescriptor lock, FileDescriptor listener,
-                               std::string socket)
-    : directory_(std::move(directory)), lock_(std::move(lock)), listener_(std::move(listener)),
-      socketName_(std::move(socket)) {}
+SingleInstance::SingleInstance(std::unique_ptr<Right> right) : right_(std::move(right)) {}
 
 SingleInstance::SingleInstance(SingleInstance&&) noexcept = default;
 
 SingleInstance::~SingleInstance() {
     // The lock file stays: removing it would let two processes lock two files of the same name.
-    if (lock_)
-        ::unlinkat(directory_.get(), socketName_.c_str(), 0);
+    if (right_ && !right_->toSuccessor)
+        ::unlinkat(right_->directory.get(), right_->socketName.c_str(), 0);
 }
 
 void SingleInstance::onHandOver(std::function<void()> handler) {
-    notifier_ = std::make_unique<QSocketNotifier>(listener_.get(), QSocketNotifier::Read);
-    QObject::connect(notifier_.get(), &QSocketNotifier::activated,
-                     [listener = listener_.get(), handler = std::move(handler)] {
-                         if (acceptAll(listener))
-                             handler();
-                     });
+    right_->onHandOver = std::move(handler);
+    right_->notifier = std::make_unique<QSocketNotifier>(right_->listener.get(), QSocketNotifier::Read);
+    QObject::connect(right_->notifier.get(), &QSocketNotifier::activated,
+                     [right = right_.get()] { right->answerStarts(); });
+}
+
+void SingleInstance::giveTo(pid_t successor, std::function<void()> given) {
+    right_->successor = successor;
+    right_->given = std::move(given);
+}
+
+void SingleInstance::Right::answerStarts() {
+    bool any = false;
+    for (;;) {
+        FileDescriptor connection(::accept4(listener.get(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
+        if (!connection)
+            break;
+        if (giveIfDue(connection))
+            return; // whoever else waits is the new holder's to answer
+        if (peerOf(connection.get()) != 0)
+            any = ::send(connection.get(), &acknowledgement, 1, MSG_NOSIGNAL) == 1 || any;
+    }
+    if (any)
+        onHandOver();
+}
+
+bool SingleInstance::Right::giveIfDue(FileDescriptor& connection) {
+    if (successor == 0 || peerOf(connection.get()) != successor)
+        return false;
+    const std::array held{lock.get(), listener.get()};
+    if (!sendWithDescriptors(connection.get(), theRight, held))
+        return false;
+    notifier->setEnabled(false);
+    toSuccessor = std::move(connection);
+    given();
+    return true;
 }
 
 std::string displaySessionName() {

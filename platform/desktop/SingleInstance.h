@@ -3,14 +3,14 @@
 #include "base/Result.h"
 #include "platform/files/FileDescriptor.h"
 
+#include <sys/types.h>
+
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-
-class QSocketNotifier;
 
 namespace glimmerly {
 
@@ -19,7 +19,8 @@ namespace glimmerly {
 class SingleInstance {
 public:
     /// Takes the right, or hands over to the process that has it and answers none. Waits until that process
-    /// has heard of this start, or has given the right up, but no longer than 5 seconds. `directory` must be
+    /// has heard of this start, or has given the right up, but no longer than 5 seconds; once it has given
+    /// the right to this process, until it has ended, again no longer than 5 seconds. `directory` must be
     /// the user's own; `session` tells display sessions apart. An error when neither can be found out.
     [[nodiscard]] static Result<std::optional<SingleInstance>> claim(const std::filesystem::path& directory,
                                                                      std::string_view session);
@@ -32,16 +33,16 @@ public:
 
     /// `handler` runs on the main thread whenever another start has handed over. Needs a main loop to come.
     void onHandOver(std::function<void()> handler);
+    /// Gives the right to the process `successor` as soon as that one claims it, and calls `given`, on the
+    /// main thread. At no moment does nobody have the right: starts that come meanwhile wait for the new
+    /// holder. Needs `onHandOver` before; this process should end then.
+    void giveTo(pid_t successor, std::function<void()> given);
 
 private:
-    SingleInstance(FileDescriptor directory, FileDescriptor lock, FileDescriptor listener,
-                   std::string socket);
+    struct Right;
+    explicit SingleInstance(std::unique_ptr<Right> right);
 
-    FileDescriptor directory_;
-    FileDescriptor lock_;
-    FileDescriptor listener_;
-    std::string socketName_;
-    std::unique_ptr<QSocketNotifier> notifier_;
+    std::unique_ptr<Right> right_;
 };
 
 /// The name of the display session that the environment points to, fit for a file name. The screen number is

@@ -1,6 +1,5 @@
 #include "platform/portal/PortalAppearance.h"
 
-#include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
@@ -32,8 +31,7 @@ PortalAppearance::PortalAppearance(QDBusConnection bus)
     : bus_(std::move(bus)), startingScheme_(schemeOfQtsColors()), scheme_(startingScheme_) {
     if (!bus_.isConnected())
         return;
-    bus_.connect(service, path, settings, "SettingChanged", this,
-                 SLOT(settingChanged(QString, QString, QDBusVariant)));
+    bus_.connect(service, path, settings, "SettingChanged", this, SLOT(settingChanged(QDBusMessage)));
     ask();
 }
 
@@ -49,9 +47,10 @@ void PortalAppearance::ask() {
     });
 }
 
-void PortalAppearance::settingChanged(const QString& area, const QString& key, const QDBusVariant& value) {
-    if (area == appearance && key == colorSchemeKey)
-        setPreference(value.variant());
+void PortalAppearance::settingChanged(const QDBusMessage& signal) {
+    const QVariantList what = signal.arguments();
+    if (what.size() == 3 && what[0] == appearance && what[1] == colorSchemeKey)
+        setPreference(what[2]);
 }
 
 void PortalAppearance::setPreference(const QVariant& value) {

@@ -3,11 +3,10 @@
 #include "platform/Appearance.h"
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QObject>
 
 #include <vector>
-
-class QDBusVariant;
 
 namespace glimmerly {
 
@@ -25,7 +24,7 @@ public:
     void onChange(std::function<void()> handler) override { handlers_.push_back(std::move(handler)); }
 
 private Q_SLOTS:
-    void settingChanged(const QString& area, const QString& key, const QDBusVariant& value);
+    void settingChanged(const QDBusMessage& signal);
 
 private:
     void ask();

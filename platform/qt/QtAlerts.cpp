@@ -1,13 +1,11 @@
 #include "platform/qt/QtAlerts.h"
 
 #include "platform/qt/QtConversions.h"
+#include "platform/qt/WindowPlacement.h"
 
-#include <QCursor>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QScreen>
 
 #include <algorithm>
 #include <vector>
@@ -28,17 +26,6 @@ QMessageBox::Icon iconFor(AlertStyle style) {
         return QMessageBox::Critical;
     }
     return QMessageBox::NoIcon;
-}
-
-void centerOnDisplayUnderMouse(QMessageBox& box) {
-    const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
-    if (!screen)
-        screen = QGuiApplication::primaryScreen();
-    if (!screen)
-        return;
-    box.adjustSize();
-    const QRect area = screen->availableGeometry();
-    box.move(area.center() - QPoint(box.width() / 2, box.height() / 2));
 }
 
 /// The message stands out from the explanation below it, which has room for a path.
@@ -81,6 +68,7 @@ int QtAlerts::runModal(const Alert& alert) {
     styleLabels(box);
     const auto buttons = addButtons(box, alert.buttons);
 
+    box.adjustSize();
     centerOnDisplayUnderMouse(box);
     box.show();
     box.raise();

@@ -8,6 +8,7 @@
 #include <QIcon>
 #include <QWindow>
 
+#include <cerrno>
 #include <cstdlib>
 #include <thread>
 #include <utility>
@@ -105,6 +106,13 @@ void QtApplication::onReopen(std::function<void()> handler) {
     reopenHandler_ = std::move(handler);
     if (std::exchange(reopening_, Reopening::none) == Reopening::awaitsHandler)
         reopen();
+}
+
+void QtApplication::openNewInstance(std::function<void(std::optional<Error>)> completion) {
+    if (relaunch_)
+        relaunch_(std::move(completion));
+    else
+        completion(Error::posix(ENOSYS, "Starting the program anew"));
 }
 
 void QtApplication::reopen() {

@@ -21,16 +21,21 @@ public:
 
     /// Tells the program that it was started again.
     void reopen();
+    /// What starts the program anew; until it is set, that fails.
+    using Relaunch = std::function<void(std::function<void(std::optional<Error>)> completion)>;
+    void setRelaunch(Relaunch relaunch) { relaunch_ = std::move(relaunch); }
 
     void setActivationPolicy(ActivationPolicy policy) override;
     void activateIgnoringOtherApps() override;
     void terminate() override;
     void onReopen(std::function<void()> handler) override;
+    void openNewInstance(std::function<void(std::optional<Error>)> completion) override;
 
 private:
     class Toolkit;
     std::unique_ptr<Toolkit> toolkit_;
     std::function<void()> reopenHandler_;
+    Relaunch relaunch_;
     enum class Reopening { none, awaitsHandler } reopening_ = Reopening::none;
 };
 

@@ -67,6 +67,13 @@ void QtPreferences::setData(std::string_view key, std::string_view bytes) {
     settings_->sync();
 }
 
+void QtPreferences::setBool(std::string_view key, bool value) {
+    if (!settings_)
+        return;
+    settings_->setValue(toQString(key), value);
+    settings_->sync();
+}
+
 void QtPreferences::remove(std::string_view key) {
     if (!settings_)
         return;

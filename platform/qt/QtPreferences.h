@@ -20,6 +20,7 @@ public:
 
     [[nodiscard]] std::optional<std::string> data(std::string_view key) const override;
     void setData(std::string_view key, std::string_view bytes) override;
+    void setBool(std::string_view key, bool value) override;
     void remove(std::string_view key) override;
 
 private:

@@ -1,4 +1,4 @@
-#include "overlay/toolbar/ToolbarShadowImage.h"
+#include "ui/ShadowImage.h"
 #include "overlay/toolbar/ToolbarShadowView.h"
 #include "tests/overlay_toolbar/ToolbarFixture.h"
 

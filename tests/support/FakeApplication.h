@@ -13,11 +13,15 @@ public:
     void activateIgnoringOtherApps() override { ++activations; }
     void terminate() override { ++terminations; }
     void onReopen(std::function<void()> handler) override { reopen = std::move(handler); }
+    void openNewInstance(std::function<void(std::optional<Error>)> completion) override {
+        newInstances.push_back(std::move(completion));
+    }
 
     std::vector<ActivationPolicy> policies;
     int activations = 0;
     int terminations = 0;
     std::function<void()> reopen;
+    std::vector<std::function<void(std::optional<Error>)>> newInstances; ///< that wait for their completion
 };
 
 } // namespace glimmerly

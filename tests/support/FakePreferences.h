@@ -19,6 +19,7 @@ public:
         entries.insert_or_assign(std::string(key), std::string(bytes));
         ++writes;
     }
+    void setBool(std::string_view key, bool value) override { setData(key, value ? "true" : "false"); }
     void remove(std::string_view key) override {
         entries.erase(std::string(key));
         ++writes;

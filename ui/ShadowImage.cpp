@@ -1,4 +1,4 @@
-#include "overlay/toolbar/ToolbarShadowImage.h"
+#include "ui/ShadowImage.h"
 
 #include <algorithm>
 #include <cmath>

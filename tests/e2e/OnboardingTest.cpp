@@ -1,0 +1,146 @@
+// The first launch on a desktop that withholds the permission, and one that changes between light and dark.
+#include "tests/e2e/support/Session.h"
+#include "tests/support/ScratchDirectory.h"
+
+#include <algorithm>
+#include <csignal>
+
+namespace glimmerly::e2e {
+namespace {
+
+constexpr Bitmap::Pixel lightBackground = 0xfff2f2f4;
+constexpr Bitmap::Pixel darkBackground = 0xff232326;
+constexpr Bitmap::Pixel green = 0xff1f803f;
+const std::string completed = "hasCompletedPermissionsOnboarding=";
+
+/// A Wayland session's portal and permission store, and the X server that our program runs on there.
+struct Onboarding : testing::Test {
+    Onboarding() {
+        std::filesystem::create_directories(answers.parent_path());
+        desktopSays("screenshot=no\ncolor-scheme=0\n");
+        desktop.start({GLIMMERLY_PORTAL_DOUBLE, answers});
+        const auto isThere = [this] {
+            return desktop
+                .outputOf({"dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.portal.Desktop",
+                           "/", "org.freedesktop.DBus.Peer.Ping"})
+                .has_value();
+        };
+        if (!waitUntil(isThere))
+            throw std::runtime_error("no portal");
+    }
+    ~Onboarding() override {
+        for (const pid_t process : programs())
+            ::kill(process, SIGKILL);
+    }
+
+    /// In one step, so that nobody reads half of it.
+    void desktopSays(const std::string& settings) const {
+        writeContent(answers.string() + ".new", "[General]\n" + settings);
+        std::filesystem::rename(answers.string() + ".new", answers);
+    }
+
+    /// The onboarding window, once it is the only one and has the keyboard.
+    [[nodiscard]] std::optional<xcb_window_t> window() const {
+        const auto& client = desktop.client();
+        const auto windows = client.managedWindows();
+        const bool hasKeyboard =
+            windows.size() == 1 && client.windowProperty(client.root(), "_NET_ACTIVE_WINDOW") == windows[0];
+        return hasKeyboard ? std::optional(windows[0]) : std::nullopt;
+    }
+    [[nodiscard]] bool waitForWindow() const {
+        return waitUntil([this] { return window().has_value(); });
+    }
+    [[nodiscard]] Bitmap windowPixels() const {
+        return desktop.client().pixels(desktop.client().areaOf(*window()));
+    }
+    [[nodiscard]] bool windowShows(Bitmap::Pixel color) const {
+        const Bitmap picture = windowPixels();
+        for (int y = 0; y < picture.size().height; ++y) {
+            const auto row = picture.row(y);
+            if (std::ranges::find(row, color) != row.end())
+                return true;
+        }
+        return false;
+    }
+
+    /// The processes of the program on this desktop.
+    [[nodiscard]] std::vector<pid_t> programs() const {
+        const std::string home = "HOME=" + desktop.home().string();
+        std::vector<pid_t> found;
+        for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
+            const auto name = entry.path().filename().string();
+            std::error_code unreadable;
+            if (std::isdigit(static_cast<unsigned char>(name.front())) &&
+                std::filesystem::read_symlink(entry.path() / "exe", unreadable) == Glimmerly::executable() &&
+                contentOf(entry.path() / "environ").find(home) != std::string::npos)
+                found.push_back(std::stoi(name));
+        }
+        return found;
+    }
+
+    const Glimmerly::Options inWaylandSession{.environment = {{"XDG_SESSION_TYPE", "wayland"}}};
+    Desktop desktop;
+    std::filesystem::path answers = desktop.home() / "portal/answers.ini";
+    Robot robot{desktop.client()};
+};
+
+TEST_F(Onboarding, StaysUntilThePermissionIsGrantedAndContinueChosen) {
+    Glimmerly program(desktop, inWaylandSession);
+    ASSERT_TRUE(waitForWindow());
+    ASSERT_TRUE(
+        waitUntil([&] { return contentOf(program.preferencesFile()).contains(completed + "false"); }));
+    const Bitmap before = windowPixels();
+
+    robot.type({Key::returnKey});
+    ASSERT_TRUE(waitUntil([&] { return windowPixels() != before; })) << "no explanation";
+    robot.type({Key::returnKey});
+    EXPECT_FALSE(windowShows(green));
+
+    desktopSays("screenshot=yes\n");
+    ASSERT_TRUE(waitUntil([&] { return windowShows(green); }, std::chrono::seconds(6)));
+    EXPECT_TRUE(contentOf(program.preferencesFile()).contains(completed + "false"));
+    robot.type({Key::keypadEnter});
+    ASSERT_TRUE(waitUntil([&] { return desktop.client().managedWindows().empty(); }));
+    EXPECT_TRUE(contentOf(program.preferencesFile()).contains(completed + "true"));
+    robot.pressHotkey();
+    EXPECT_TRUE(waitUntil([&] { return program.overlays().size() == 1; }));
+}
+
+TEST_F(Onboarding, EscapeReopensTheProgramAndNoOtherStartComesBetween) {
+    Glimmerly program(desktop, inWaylandSession);
+    ASSERT_TRUE(waitForWindow());
+    const pid_t first = program.process().pid();
+    robot.type({Key::escape});
+    ASSERT_TRUE(waitUntil([&] { return programs().size() == 2; }));
+    std::vector<std::unique_ptr<ChildProcess>> starts;
+    for (int i = 0; i < 6; ++i) {
+        starts.push_back(std::make_unique<ChildProcess>(ChildProcess::Options{
+            .command = {Glimmerly::executable()}, .environment = desktop.environment()}));
+    }
+    EXPECT_EQ(program.process().waitForExit(patience), 0);
+    for (const auto& start : starts)
+        EXPECT_EQ(start->waitForExit(patience), 0) << "handed over, to the one or the other";
+
+    ASSERT_TRUE(program.waitForLog("applicationDidFinishLaunching", 2));
+    ASSERT_TRUE(waitUntil([&] { return program.isHotkeyHeld(); }));
+    const auto running = programs();
+    ASSERT_EQ(running.size(), 1U);
+    EXPECT_NE(running.front(), first);
+    EXPECT_EQ(program.log("applicationDidFinishLaunching").size(), 2U);
+    EXPECT_TRUE(program.log("RegisterEventHotKey failed").empty()) << "the hotkey was free by then";
+    ::kill(running.front(), SIGTERM);
+    EXPECT_TRUE(program.waitForLog("applicationWillTerminate", 2));
+    EXPECT_TRUE(waitUntil([&] { return programs().empty(); }));
+}
+
+TEST_F(Onboarding, AnOpenWindowFollowsLightAndDark) {
+    desktopSays("screenshot=no\ncolor-scheme=1\n");
+    const Glimmerly program(desktop, inWaylandSession);
+    ASSERT_TRUE(waitForWindow());
+    EXPECT_TRUE(waitUntil([&] { return windowPixels().row(5)[5] == darkBackground; }));
+    desktopSays("screenshot=no\ncolor-scheme=2\n");
+    EXPECT_TRUE(waitUntil([&] { return windowPixels().row(5)[5] == lightBackground; }));
+}
+
+} // namespace
+} // namespace glimmerly::e2e

@@ -85,7 +85,7 @@ PermissionsOnboardingView::PermissionsOnboardingView(PermissionsOnboardingModel&
     column->addWidget(makeSteps());
     column->addSpacing(groupSpacing);
     column->addWidget(makeActions());
-    column->addStretch();
+    column->addStretch(1);
     setWidget(content);
 
     bind(this, Qt::Key_Escape, [this] { model_.quitAndReopen(); });
@@ -104,8 +104,8 @@ QLayout* PermissionsOnboardingView::makeHeader() {
     titles->setSpacing(titleSpacing);
     titles->addWidget(new TextLabel(text(onboarding_text::title), text_style::largeTitle));
     titles->addWidget(new TextLabel(text(onboarding_text::purpose), text_style::bodySecondary));
-    titles->addStretch();
     row->addLayout(titles, 1);
+    row->setAlignment(titles, Qt::AlignTop);
     return row;
 }
 

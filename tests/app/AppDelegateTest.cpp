@@ -121,9 +121,13 @@ TEST(AppDelegateTest, StartsAndStopsTheServicesInOrder) {
                 ElementsAre("AppLifecycle: applicationWillFinishLaunching", "accessory"));
 
     delegate.applicationDidFinishLaunching();
-    EXPECT_THAT(std::exchange(events, {}), ElementsAre("AppLifecycle: applicationDidFinishLaunching",
-                                                       "Logging: Structured log file path",
-                                                       "status item shown", "hotkey handler installed"));
+    const std::string permission = "ScreenRecordingPermission: ";
+    EXPECT_THAT(
+        std::exchange(events, {}),
+        ElementsAre("AppLifecycle: applicationDidFinishLaunching", "Logging: Structured log file path",
+                    "status item shown", "hotkey handler installed",
+                    permission + "Checking menu bar status windows for title access",
+                    permission + "No suitable non-owned menu bar windows; using CGPreflight fallback"));
 
     // With no display at all, both ways to a screenshot end in the alert, and nowhere else.
     fake.hotkeys.press(0, 0x300);

@@ -14,6 +14,8 @@ using testing::ElementsAre;
 
 constexpr int patience = 20'000; // milliseconds
 const std::string launched = "Structured log file path";
+const std::string lookedForPermission = "Checking menu bar status windows for title access";
+const std::string foundPermission = "No suitable non-owned menu bar windows; using CGPreflight fallback";
 
 TEST(ProgramTest, OfManyStartsAtOnceOneStaysAndOpensItsMenu) {
     const XvfbServer server;
@@ -35,7 +37,7 @@ TEST(ProgramTest, OfManyStartsAtOnceOneStaysAndOpensItsMenu) {
     }
     EXPECT_THAT(home.messages(),
                 ElementsAre("applicationWillFinishLaunching", "applicationDidFinishLaunching", launched,
-                            "applicationWillTerminate"));
+                            lookedForPermission, foundPermission, "applicationWillTerminate"));
 }
 
 TEST(ProgramTest, EndsOnceHoweverManySignalsCome) {
@@ -50,7 +52,7 @@ TEST(ProgramTest, EndsOnceHoweverManySignalsCome) {
     EXPECT_EQ(program->readAll().toStdString(), "");
 
     const auto next = home.start();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return home.messages().size() == 7; }, patience));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return home.messages().size() == 11; }, patience));
     EXPECT_EQ(exitStatusAfter(*next, SIGTERM), 0);
 }
 
@@ -90,7 +92,8 @@ TEST(ProgramTest, QuitInAPanelsMenuEndsTheProgram) {
     EXPECT_EQ(program->exitCode(), 0);
     EXPECT_THAT(home.messages(),
                 ElementsAre("applicationWillFinishLaunching", "applicationDidFinishLaunching", launched,
-                            "Quit chosen from menu", "applicationWillTerminate"));
+                            lookedForPermission, foundPermission, "Quit chosen from menu",
+                            "applicationWillTerminate"));
 }
 
 TEST(ProgramTest, LosingTheDisplayIsAnEndLikeAnyOther) {

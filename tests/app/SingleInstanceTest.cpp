@@ -1,5 +1,6 @@
 #include "platform/desktop/SingleInstance.h"
 
+#include "platform/files/FileDescriptor.h"
 #include "tests/support/ProcessState.h"
 #include "tests/support/ScratchDirectory.h"
 
@@ -8,6 +9,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -61,6 +64,37 @@ TEST(SingleInstanceTest, HearsOfFurtherStartsAndGivesTheRightUp) {
     const auto next = SingleInstance::claim(scratch.path(), "_0");
     EXPECT_TRUE(next && *next);
     EXPECT_EQ(heard, 1);
+}
+
+TEST(SingleInstanceTest, ASuccessorGetsTheRightAndNobodyElseMeanwhile) {
+    const ScratchDirectory scratch;
+    int finished[2];
+    ASSERT_EQ(::pipe(finished), 0);
+    const auto isFree = [&] {
+        const FileDescriptor lock(::open((scratch.path() / "instance-_0.lock").c_str(), O_RDWR | O_CLOEXEC));
+        return ::flock(lock.get(), LOCK_EX | LOCK_NB) == 0;
+    };
+    pid_t successor = 0;
+    {
+        auto first = SingleInstance::claim(scratch.path(), "_0");
+        ASSERT_TRUE(first && *first);
+        (*first)->onHandOver([] { FAIL() << "a successor is no further start"; });
+        int start[2];
+        ASSERT_EQ(::pipe(start), 0);
+        successor = claimElsewhere(scratch.path(), start[0], finished[0]);
+        bool given = false;
+        (*first)->giveTo(successor, [&] { given = true; });
+        ::close(start[0]);
+        ASSERT_EQ(::write(start[1], "", 1), 1);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return given; }));
+        EXPECT_FALSE(isFree());
+    }
+    EXPECT_FALSE(isFree());
+    EXPECT_TRUE(exists(scratch.path() / "instance-_0.socket")) << "where further starts ask";
+    ::close(finished[0]);
+    ASSERT_EQ(::write(finished[1], "", 1), 1);
+    EXPECT_EQ(outcomeOf(successor), heldTheRight);
+    EXPECT_TRUE(isFree());
 }
 
 TEST(SingleInstanceTest, WhatADeadProcessLeftIsNoObstacle) {

@@ -65,6 +65,14 @@ TEST(LogFile, HoldsARunInOrder) {
         {"notice", "AppLifecycle", "applicationWillFinishLaunching", {}},
         {"notice", "AppLifecycle", "applicationDidFinishLaunching", {}},
         {"debug", "Logging", "Structured log file path", {"path"}},
+        {"debug",
+         "ScreenRecordingPermission",
+         "Checking menu bar status windows for title access",
+         {"windowCount"}},
+        {"debug",
+         "ScreenRecordingPermission",
+         "No suitable non-owned menu bar windows; using CGPreflight fallback",
+         {"preflight"}},
     };
     for (int press = 0; press < 2; ++press) {
         expected.push_back({"debug", "Hotkey", "Registered global screenshot hotkey pressed", {}});
@@ -87,10 +95,10 @@ TEST(LogFile, HoldsARunInOrder) {
 
     EXPECT_EQ(log[2]["metadata"].value("path", ""), session.program.logFile());
     const std::regex captureName("glimmerly-capture-[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}\\.png");
-    const std::string capture = log[4]["metadata"].value("path", "");
+    const std::string capture = log[6]["metadata"].value("path", "");
     EXPECT_TRUE(std::regex_match(capture, captureName)) << capture;
-    EXPECT_EQ(log[5]["metadata"].value("capture", ""), capture);
-    EXPECT_NE(log[7]["metadata"].value("path", ""), capture);
+    EXPECT_EQ(log[7]["metadata"].value("capture", ""), capture);
+    EXPECT_NE(log[9]["metadata"].value("path", ""), capture);
 }
 
 TEST(LogFile, HasWholeLinesWhenTheProgramIsKilledAtAnyMoment) {

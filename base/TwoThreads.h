@@ -23,7 +23,7 @@ void forEachOnTwoThreads(int count, MakeWorker makeWorker) {
     std::jthread helper;
     try {
         helper = std::jthread([&] { work(other); });
-    } catch (const std::system_error&) {
+    } catch (const std::system_error&) { // NOLINT(bugprone-empty-catch)
         // No thread to be had: this one does it all.
     }
     work(own);

@@ -23,7 +23,7 @@ void OverlayCanvasView::connectTextViews() {
     };
 }
 
-void OverlayCanvasView::addAnnotation(OverlayAnnotation annotation, TextAnnotationViews::Focus focus) {
+void OverlayCanvasView::addAnnotation(const OverlayAnnotation& annotation, TextAnnotationViews::Focus focus) {
     annotations_.addAnnotation(annotation);
     if (std::holds_alternative<TextLabel>(annotation.kind))
         textViews_.ensureTextView(annotation, focus);

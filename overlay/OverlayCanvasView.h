@@ -106,7 +106,7 @@ private:
 
     // Annotations
     void connectTextViews();
-    void addAnnotation(OverlayAnnotation annotation, TextAnnotationViews::Focus focus);
+    void addAnnotation(const OverlayAnnotation& annotation, TextAnnotationViews::Focus focus);
     void selectAnnotation(const Uuid& id);
     void clearAnnotationSelection();
     void selectionOfAnnotationsChanged();

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <ranges>
 #include <string>
 #include <utility>
 
@@ -181,8 +182,9 @@ AnnotationEditor::Change AnnotationEditor::removeIfEmptyText(const Uuid& id) {
         const auto* add = std::get_if<AddAction>(&action);
         return add && add->annotation.id == id;
     };
-    const auto newest = std::find_if(annotationUndoStack_.rbegin(), annotationUndoStack_.rend(), isItsAdd);
-    if (newest != annotationUndoStack_.rend())
+    const auto newestFirst = annotationUndoStack_ | std::views::reverse;
+    const auto newest = std::ranges::find_if(newestFirst, isItsAdd);
+    if (newest != newestFirst.end())
         annotationUndoStack_.erase(std::next(newest).base());
     return Change::made;
 }

@@ -229,7 +229,7 @@ void OverlayTextView::keyPressEvent(QKeyEvent* event) {
 }
 
 QVariant OverlayTextView::inputMethodQuery(Qt::InputMethodQuery query) const {
-    const QVariant answer = QTextEdit::inputMethodQuery(query);
+    QVariant answer = QTextEdit::inputMethodQuery(query);
     if (query != Qt::ImCursorRectangle)
         return answer;
     // Qt's own caret has no width, and an empty place is not told to the input method.

@@ -115,7 +115,7 @@ void TextAnnotationViews::clip(OverlayGrowingTextAnnotationView& view) const {
     view.setVisiblePart(part.isEmpty() ? std::nullopt : std::optional(part));
 }
 
-void TextAnnotationViews::restackTextViews(std::span<const OverlayAnnotation> list, QWidget* front) {
+void TextAnnotationViews::restackTextViews(std::span<const OverlayAnnotation> list, QWidget* front) const {
     for (const auto& annotation : list | std::views::filter(isText)) {
         if (auto* view = this->view(annotation.id))
             view->raise();

@@ -45,7 +45,7 @@ public:
     /// Shows of each view only what lies inside `selection`; none hides all.
     void clipTextViewsToSelection(const std::optional<Rect>& selection);
     /// Stacks the views in list order, all of them below `front` if there is one.
-    void restackTextViews(std::span<const OverlayAnnotation> list, QWidget* front);
+    void restackTextViews(std::span<const OverlayAnnotation> list, QWidget* front) const;
 
     /// Whether the visible part of that text's view contains `point`.
     [[nodiscard]] bool textAnnotationContains(Point point, const Uuid& id) const;

@@ -3,10 +3,10 @@
 #include "base/Uuid.h"
 
 #include <fcntl.h>
-#include <stdio.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <functional>
 
 namespace glimmerly {

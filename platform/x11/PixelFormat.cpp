@@ -76,6 +76,7 @@ void PixelFormat::convert(const std::byte* row, std::span<Bitmap::Pixel> out) co
         pixel = opaque;
         int shift = 16;
         for (const Component& part : components_) {
+            // NOLINTNEXTLINE(clang-analyzer-core.BitwiseShift): there are three of them
             pixel |= Bitmap::Pixel{part.scaled[(value & part.mask) >> part.shift]} << shift;
             shift -= 8;
         }

@@ -1,6 +1,6 @@
-#include "ui/ShadowImage.h"
 #include "overlay/toolbar/ToolbarShadowView.h"
 #include "tests/overlay_toolbar/ToolbarFixture.h"
+#include "ui/ShadowImage.h"
 
 namespace glimmerly {
 namespace {

@@ -1,9 +1,8 @@
-// The log of a run, line by line, and what is left of it when the program is killed.
+// The log of a run, line by line.
 #include "tests/e2e/support/Session.h"
 #include "tests/support/ScratchDirectory.h"
 
 #include <csignal>
-#include <random>
 #include <regex>
 #include <sstream>
 
@@ -99,29 +98,6 @@ TEST(LogFile, HoldsARunInOrder) {
     EXPECT_TRUE(std::regex_match(capture, captureName)) << capture;
     EXPECT_EQ(log[7]["metadata"].value("capture", ""), capture);
     EXPECT_NE(log[9]["metadata"].value("path", ""), capture);
-}
-
-TEST(LogFile, HasWholeLinesWhenTheProgramIsKilledAtAnyMoment) {
-    Desktop desktop;
-    const Robot robot(desktop.client());
-    std::minstd_rand random(7);
-    for (int round = 0; round < 6; ++round) {
-        Glimmerly program(desktop);
-        const auto before = program.log().size();
-        const auto wanted = before + std::uniform_int_distribution<std::size_t>(1, 80)(random);
-        ASSERT_TRUE(waitUntil([&] {
-            robot.pressHotkey();
-            return program.log().size() >= wanted;
-        }));
-        program.process().sendSignal(SIGKILL);
-        ASSERT_TRUE(program.process().waitForExit(patience));
-
-        const auto content = contentOf(program.logFile());
-        EXPECT_TRUE(content.ends_with('\n'));
-        std::istringstream lines(content);
-        for (std::string line; std::getline(lines, line);)
-            expectExactForm(line);
-    }
 }
 
 } // namespace

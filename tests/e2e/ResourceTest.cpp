@@ -61,7 +61,7 @@ TEST(Resources, TwoHundredOverlaysLeaveNothing) {
     openAndClose(200);
     EXPECT_LE(openFilesOf(process), filesBefore);
     EXPECT_LE(memory(), memoryBefore + 4096) << "kilobytes, from " << memoryBefore;
-    EXPECT_TRUE(session.program.captureFiles().empty());
+    EXPECT_TRUE(waitUntil([&] { return session.program.captureFiles().empty(); }));
 }
 
 } // namespace

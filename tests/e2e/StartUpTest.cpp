@@ -1,4 +1,4 @@
-// Starting under adverse conditions, ending in order, and who may read what the program writes.
+// Starting under adverse conditions, and who may read what the program writes.
 #include "tests/e2e/support/Session.h"
 #include "tests/support/ScratchDirectory.h"
 
@@ -76,35 +76,6 @@ TEST_P(WithUmask, FilesAreTheUsersAlone) {
 
 INSTANTIATE_TEST_SUITE_P(StartUp, WithUmask, testing::Values(0, 077),
                          [](const auto& test) { return test.param == 0 ? "None" : "Strict"; });
-
-TEST(StartUp, ASecondStartHandsOverToTheFirst) {
-    Session session;
-    ChildProcess second(
-        {.command = {session.program.executable()}, .environment = session.desktop.environment()});
-    EXPECT_EQ(second.waitForExit(patience), 0);
-    EXPECT_TRUE(session.program.process().isRunning());
-    EXPECT_TRUE(session.openOverlay());
-    EXPECT_EQ(session.program.log("applicationDidFinishLaunching").size(), 1U);
-}
-
-TEST(StartUp, EverySignalToEndRunsTheTerminationSequence) {
-    for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
-        SCOPED_TRACE(number);
-        Session session;
-        ASSERT_TRUE(session.openOverlay());
-        session.program.process().sendSignal(number);
-        EXPECT_EQ(session.program.process().waitForExit(patience), 0);
-        EXPECT_EQ(session.program.log().back().value("message", ""), "applicationWillTerminate");
-        EXPECT_FALSE(session.program.isHotkeyHeld());
-        EXPECT_TRUE(session.program.captureFiles().empty()) << "an open overlay's file stays behind";
-    }
-}
-
-TEST(StartUp, AServerThatDiesEndsTheProgram) {
-    Session session;
-    session.desktop.server().kill();
-    EXPECT_TRUE(session.program.process().waitForExit(patience));
-}
 
 } // namespace
 } // namespace glimmerly::e2e

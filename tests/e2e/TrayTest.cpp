@@ -1,8 +1,6 @@
 // The tray icon and its menu.
 #include "tests/e2e/support/Session.h"
 
-#include <csignal>
-
 namespace glimmerly::e2e {
 namespace {
 
@@ -20,18 +18,26 @@ std::optional<Pixel> iconPlace(const XClient& client) {
     return std::nullopt;
 }
 
+/// The screen but the panel.
+PixelRect abovePanel(const XClient& client) {
+    return {0, 0, client.size().width, client.size().height - 40};
+}
+
+/// Waits for the icon, clicks it, and waits until the menu is on the screen.
+void openMenu(const Session& session) {
+    const auto& client = session.desktop.client();
+    ASSERT_TRUE(waitUntil([&] { return iconPlace(client).has_value(); })) << "no icon in the panel";
+    const auto before = client.pixels(abovePanel(client));
+    session.robot.click(*iconPlace(client), 3);
+    ASSERT_TRUE(waitUntil([&] { return client.pixels(abovePanel(client)) != before; })) << "no menu";
+}
+
 TEST(Tray, TakeScreenshotShowsTheScreenWithoutTheMenu) {
     Session session(withPanel());
     const auto& client = session.desktop.client();
-    ASSERT_TRUE(waitUntil([&] { return iconPlace(client).has_value(); })) << "no icon in the panel";
-    const auto windows = client.visibleWindows().size();
-    const auto upper = PixelRect{0, 0, client.size().width, client.size().height - 40};
+    const auto upper = abovePanel(client);
     const auto before = client.pixels(upper);
-
-    session.robot.click(*iconPlace(client), 3);
-    ASSERT_TRUE(waitUntil([&] { return client.visibleWindows().size() > windows; })) << "no menu";
-    const auto menuShown = [&] { return client.pixels(upper) != before; };
-    ASSERT_TRUE(waitUntil(menuShown));
+    openMenu(session);
     session.robot.type({Key::down});
     session.robot.type({Key::returnKey});
 
@@ -43,18 +49,14 @@ TEST(Tray, TakeScreenshotShowsTheScreenWithoutTheMenu) {
     EXPECT_TRUE(session.program.log("Registered global screenshot hotkey pressed").empty());
 }
 
-TEST(Tray, TheIconComesToATrayThatStartsLaterAndAgainWhenItRestarts) {
-    Session session;
-    const auto& client = session.desktop.client();
-    EXPECT_FALSE(iconPlace(client));
-    for (int start = 0; start < 2; ++start) {
-        auto& panel = session.desktop.startPanel();
-        EXPECT_TRUE(waitUntil([&] { return iconPlace(client).has_value(); })) << "start " << start;
-        panel.sendSignal(SIGTERM);
-        ASSERT_TRUE(panel.waitForExit(patience));
-        ASSERT_TRUE(waitUntil([&] { return !iconPlace(client); }));
-    }
-    EXPECT_TRUE(session.openOverlay());
+TEST(Tray, QuitEndsTheProgram) {
+    Session session(withPanel());
+    openMenu(session);
+    session.robot.type({Key::up});
+    session.robot.type({Key::returnKey});
+    EXPECT_EQ(session.program.process().waitForExit(patience), 0);
+    EXPECT_EQ(session.program.log("Quit chosen from menu").size(), 1U);
+    EXPECT_EQ(session.program.log().back().value("message", ""), "applicationWillTerminate");
 }
 
 } // namespace

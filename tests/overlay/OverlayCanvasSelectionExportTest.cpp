@@ -1,6 +1,5 @@
 #include "overlay/OverlayCanvasSelectionExport.h"
 
-#include "overlay/model/CanvasPixelGrid.h"
 #include "platform/png/PngDecoder.h"
 #include "tests/overlay/CanvasOnDisplay.h"
 #include "tests/support/LogCapture.h"
@@ -33,22 +32,6 @@ TEST(PixelCropRect, RoundsOutwardsAndStaysWithinThePicture) {
         EXPECT_EQ(pixelCropRect(image, selection, bounds), expected) << what;
     EXPECT_FALSE(pixelCropRect({image.bitmap, {0, 52}}, {10, 10, 20, 20}, bounds));
     EXPECT_FALSE(pixelCropRect({{}, {100, 52}}, {10, 10, 20, 20}, bounds));
-}
-
-TEST(PixelCropRect, IsExactForEveryPixelAtFractionalScales) {
-    for (const double scale : {1.0, 1.1, 1.25, 4.0 / 3, 1.5, 1.75, 2.0, 2.4}) {
-        const PixelSize display{1920, 1080};
-        const Rect bounds{0, 0, display.width / scale, display.height / scale + 2};
-        const CanvasPixelGrid grid(bounds, scale, display, std::nullopt);
-        const PixelSize pixels = grid.window();
-        const OverlayImage image{Bitmap(pixels), {pixels.width / scale, pixels.height / scale}};
-        for (int i = 0; i < display.width - 5; ++i) {
-            const PixelRect expected{i, i * 7 % (pixels.height - 4), 5, 4};
-            const Rect selection = Rect::fromCorners(grid.point({expected.x, expected.y}),
-                                                     grid.point({expected.maxX(), expected.maxY()}));
-            ASSERT_EQ(pixelCropRect(image, selection, bounds), expected) << i << " at " << scale;
-        }
-    }
 }
 
 TEST(SelectionExport, NeedsASelectionOfTheMinimumSizeAndAPicture) {
@@ -98,21 +81,6 @@ TEST(SelectionExport, CopiesExactlyTheDisplayPixelsUnderTheDrag) {
             ASSERT_EQ(*fresh.pasteboard.image, canvas.capture.view({left, top, right - left, bottom - top}))
                 << scale;
             EXPECT_EQ(fresh.pasteboard.imageSize, Size(right - left, bottom - top));
-        }
-    }
-}
-
-TEST(SelectionExport, TwoByTwoPointsAreExportedInEveryCorner) {
-    for (const double scale : {1.0, 1.5, 2.0, 3.0}) {
-        const int side = static_cast<int>(2 * scale);
-        for (const PixelPoint from :
-             {PixelPoint{0, 0}, {400 - side, 0}, {0, 300 - side}, {400 - side, 300 - side}}) {
-            CanvasOnDisplay canvas({400, 300}, scale);
-            // The pointer on the last pixel takes that pixel in.
-            const PixelPoint to{std::min(from.x + side, 399), std::min(from.y + side, 299)};
-            canvas.select(from, to);
-            EXPECT_EQ(canvas.view->croppedSelectionImage(), canvas.capture.view({from.x, from.y, side, side}))
-                << scale;
         }
     }
 }

@@ -46,14 +46,6 @@ TEST(Annotation, DraftBecomesAnAnnotationOnceItIsBigEnough) {
     EXPECT_EQ(arrow->kind, OverlayAnnotationKind(ArrowShape{{30, 5}, {10, 25}}));
 }
 
-TEST(Annotation, KindsAreNamedAfterTheirTools) {
-    EXPECT_EQ(rawValue(toolFor(RectangleShape{})), "rectangle");
-    EXPECT_EQ(rawValue(toolFor(ArrowShape{})), "arrow");
-    EXPECT_EQ(rawValue(toolFor(TextLabel{})), "text");
-    EXPECT_EQ(selectionTool("arrow"), SelectionTool::arrow);
-    EXPECT_FALSE(selectionTool("Arrow"));
-}
-
 TEST(Annotation, AnEditIsRecordedOnlyWhenSomethingChanged) {
     const auto before = make(TextLabel{{1, 2}, "hello"});
     EXPECT_FALSE(makeEditAction(before, before));

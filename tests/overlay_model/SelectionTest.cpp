@@ -22,24 +22,6 @@ Selection drawn(Point from, Point to) {
     return selection;
 }
 
-TEST(Selection, IsDrawnFromCornerToCorner) {
-    EXPECT_EQ(drawn({100, 100}, {50, 300}).rect(), Rect(50, 100, 50, 200));
-    EXPECT_EQ(drawn({100, 100}, {-50, 2000}).rect(), Rect(-50, 100, 150, 1900)) << "not clamped";
-    EXPECT_EQ(drawn({100, 100}, {102, 102}).rect(), Rect(100, 100, 2, 2));
-    EXPECT_FALSE(drawn({100, 100}, {300, 101}).rect());
-}
-
-TEST(Selection, ClickWithoutADragLeavesTheOldOne) {
-    Selection selection = drawn({100, 100}, {200, 200});
-    selection.clearDrag();
-    selection.beginCreation({500, 500});
-    EXPECT_EQ(selection.rect(), Rect(100, 100, 100, 100));
-    EXPECT_FALSE(selection.toolbarAnchorRect());
-    selection.endDrag();
-    selection.discardIfTooSmall();
-    EXPECT_EQ(selection.toolbarAnchorRect(), Rect(100, 100, 100, 100));
-}
-
 TEST(Selection, IsShownWhileItHasASizeAndCompleteWhenBigEnough) {
     Selection selection;
     selection.beginCreation({100, 100});
@@ -50,24 +32,6 @@ TEST(Selection, IsShownWhileItHasASizeAndCompleteWhenBigEnough) {
     EXPECT_EQ(selection.visibleRect(), Rect(100, 99, 200, 1));
     selection.endDrag();
     EXPECT_FALSE(selection.toolbarAnchorRect()) << "too low";
-}
-
-TEST(Selection, ResizesFromWhereItWasGrabbed) {
-    Selection selection = drawn({100, 100}, {200, 200});
-    ASSERT_EQ(selection.handleAt({206, 95}), std::optional(se));
-    EXPECT_FALSE(selection.handleAt({207, 94}));
-    selection.clearDrag();
-    selection.beginResize(se);
-    EXPECT_FALSE(selection.toolbarAnchorRect());
-    selection.dragResize({50, 250}, screen);
-    EXPECT_EQ(selection.rect(), Rect(50, 200, 50, 50)) << "flipped past the top-left corner";
-    selection.dragResize({220, 90}, screen);
-    EXPECT_EQ(selection.rect(), Rect(100, 90, 120, 110));
-    selection.dragResize({101.5, 90}, screen);
-    EXPECT_EQ(selection.rect(), Rect(100, 90, 1.5, 110)) << "shown while dragged";
-    selection.endDrag();
-    selection.discardIfTooSmall();
-    EXPECT_FALSE(selection.rect());
 }
 
 TEST(Selection, HandlesAreFoundInTheirOrder) {

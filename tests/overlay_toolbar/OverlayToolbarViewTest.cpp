@@ -3,8 +3,6 @@
 #include <QLineEdit>
 #include <gmock/gmock.h>
 
-#include <random>
-
 namespace glimmerly {
 namespace {
 
@@ -73,29 +71,6 @@ TEST_F(OverlayToolbarViewTest, ActionsReportThemselvesAndNeverStayLit) {
     toolbar.onUndoTapped = nullptr;
     click("Undo");
     EXPECT_THAT(takeReports(), IsEmpty());
-}
-
-TEST_F(OverlayToolbarViewTest, RandomPressesKeepOneToolWithOneColor) {
-    std::mt19937 random(20240607);
-    const auto buttons = toolbar.findChildren<QAbstractButton*>();
-    const auto isTool = [](const QAbstractButton* candidate) {
-        return candidate->accessibleName().endsWith(QStringLiteral(" tool"));
-    };
-    for (int step = 0; step < 2000; ++step) {
-        buttons[static_cast<qsizetype>(random() % static_cast<std::size_t>(buttons.size()))]->click();
-        int tools = 0;
-        int lit = 0;
-        for (const auto* candidate : buttons) {
-            lit += candidate->isChecked() ? 1 : 0;
-            tools += candidate->isChecked() && isTool(candidate) ? 1 : 0;
-        }
-        const int colors = lit - tools;
-        ASSERT_LE(tools, 1) << step;
-        ASSERT_LE(colors, 1) << step;
-        ASSERT_TRUE(tools == 0 || colors == 1) << step;
-        ASSERT_EQ(tools == 1, toolbar.selectedTool().has_value());
-        ASSERT_EQ(colors == 1, toolbar.selectedColorOption().has_value());
-    }
 }
 
 TEST_F(OverlayToolbarViewTest, SurvivesACallbackThatDeletesIt) {

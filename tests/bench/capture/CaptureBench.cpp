@@ -5,7 +5,7 @@
 #include "platform/x11/X11ScreenCapture.h"
 #include "platform/x11/X11Screens.h"
 #include "tests/support/ProcessState.h"
-#include "tests/support/XvfbServer.h"
+#include "tests/support/desktop/XServer.h"
 
 #include <QGuiApplication>
 #include <benchmark/benchmark.h>

@@ -1,19 +1,19 @@
 #include "tests/bench/desktop/ClipboardReader.h"
 
-#include "tests/e2e/support/WaitUntil.h"
+#include "tests/support/desktop/WaitUntil.h"
 
 #include <xcb/xfixes.h>
 
 namespace glimmerly::bench {
 
-ClipboardReader::ClipboardReader(const e2e::XClient& client)
+ClipboardReader::ClipboardReader(const XClient& client)
     : client_(client), window_(xcb_generate_id(client.get())), clipboard_(client.atom("CLIPBOARD")),
       png_(client.atom("image/png")), property_(client.atom("GLIMMERLY_BENCH")) {
     const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_create_window(client.get(), 0, window_, client.root(), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, 0,
                       XCB_CW_EVENT_MASK, &mask);
     selectionEvent_ = xcb_get_extension_data(client.get(), &xcb_xfixes_id)->first_event;
-    const e2e::Reply<xcb_xfixes_query_version_reply_t> version(
+    const Reply<xcb_xfixes_query_version_reply_t> version(
         xcb_xfixes_query_version_reply(client.get(), xcb_xfixes_query_version(client.get(), 5, 0), nullptr));
     xcb_xfixes_select_selection_input(client.get(), window_, clipboard_,
                                       XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER);
@@ -77,14 +77,14 @@ std::size_t ClipboardReader::takeProperty(xcb_atom_t& type) const {
     constexpr std::uint32_t everything = 64U << 20U;
     const auto cookie =
         xcb_get_property(client_.get(), 1, window_, property_, XCB_GET_PROPERTY_TYPE_ANY, 0, everything);
-    const e2e::Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(client_.get(), cookie, nullptr));
+    const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(client_.get(), cookie, nullptr));
     type = reply ? reply->type : XCB_NONE;
     return reply ? static_cast<std::size_t>(xcb_get_property_value_length(reply.get())) : 0;
 }
 
 template <typename Condition>
 bool ClipboardReader::waitForEvent(Condition matches) const {
-    while (const auto event = client_.nextEvent(e2e::patience)) {
+    while (const auto event = client_.nextEvent(patience)) {
         if (matches(*event))
             return true;
     }

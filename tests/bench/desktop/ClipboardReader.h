@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tests/bench/desktop/Stopwatch.h"
-#include "tests/e2e/support/XClient.h"
+#include "tests/support/desktop/XClient.h"
 
 #include <cstddef>
 #include <optional>
@@ -18,7 +18,7 @@ public:
         std::size_t bytes = 0;
     };
 
-    explicit ClipboardReader(const e2e::XClient& client);
+    explicit ClipboardReader(const XClient& client);
     ~ClipboardReader();
     ClipboardReader(const ClipboardReader&) = delete;
     ClipboardReader& operator=(const ClipboardReader&) = delete;
@@ -35,7 +35,7 @@ private:
     template <typename Condition>
     [[nodiscard]] bool waitForEvent(Condition matches) const;
 
-    const e2e::XClient& client_;
+    const XClient& client_;
     std::uint8_t selectionEvent_ = 0;
     xcb_window_t window_;
     xcb_atom_t clipboard_;

@@ -16,9 +16,6 @@
 namespace glimmerly::bench {
 namespace {
 
-using e2e::Key;
-using e2e::XClient;
-
 /// The moment at which the last line with that message was written.
 Stopwatch::Clock::time_point lastLogged(const e2e::Glimmerly& program, std::string_view message) {
     std::tm parts{};

@@ -1,6 +1,6 @@
 #include "tests/bench/desktop/OverlayWatch.h"
 
-#include "tests/e2e/support/WaitUntil.h"
+#include "tests/support/desktop/WaitUntil.h"
 
 #include <xcb/damage.h>
 
@@ -14,13 +14,13 @@ constexpr double enough = 0.9;
 
 } // namespace
 
-OverlayWatch::OverlayWatch(const e2e::XClient& client)
+OverlayWatch::OverlayWatch(const XClient& client)
     : client_(client), screenArea_(double(client.size().width) * client.size().height) {
     const auto* extension = xcb_get_extension_data(client.get(), &xcb_damage_id);
     if (extension == nullptr || extension->present == 0)
         throw std::runtime_error("the X server does not report what is painted");
     damageEvent_ = extension->first_event;
-    const e2e::Reply<xcb_damage_query_version_reply_t> version(
+    const Reply<xcb_damage_query_version_reply_t> version(
         xcb_damage_query_version_reply(client.get(), xcb_damage_query_version(client.get(), 1, 1), nullptr));
     const std::uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
     xcb_change_window_attributes(client.get(), client.root(), XCB_CW_EVENT_MASK, &mask);
@@ -28,7 +28,7 @@ OverlayWatch::OverlayWatch(const e2e::XClient& client)
 }
 
 std::optional<OverlayWatch::Times> OverlayWatch::waitForOverlay(const Stopwatch& watch) {
-    while (watch.milliseconds() < std::chrono::milliseconds(e2e::patience).count()) {
+    while (watch.milliseconds() < std::chrono::milliseconds(patience).count()) {
         const auto event = client_.nextEvent(std::chrono::milliseconds(100));
         if (event)
             handle(*event, watch);

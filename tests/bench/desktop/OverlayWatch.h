@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tests/bench/desktop/Stopwatch.h"
-#include "tests/e2e/support/XClient.h"
+#include "tests/support/desktop/XClient.h"
 
 #include <xcb/damage.h>
 
@@ -18,7 +18,7 @@ public:
         double painted = 0; ///< milliseconds, until nine tenths of the screen are painted
     };
 
-    explicit OverlayWatch(const e2e::XClient& client);
+    explicit OverlayWatch(const XClient& client);
 
     /// Waits for a window that is mapped after `waitForRest`; none after fifteen seconds.
     [[nodiscard]] std::optional<Times> waitForOverlay(const Stopwatch& watch);
@@ -37,7 +37,7 @@ private:
     void handle(const xcb_generic_event_t& event, const Stopwatch& watch);
     void watchPainting(xcb_window_t window);
 
-    const e2e::XClient& client_;
+    const XClient& client_;
     std::uint8_t damageEvent_ = 0;
     double screenArea_;
     std::map<xcb_window_t, Window> windows_;

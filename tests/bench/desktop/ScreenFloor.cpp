@@ -40,7 +40,7 @@ private:
 
 class CoveringWindow {
 public:
-    explicit CoveringWindow(const e2e::XClient& client)
+    explicit CoveringWindow(const XClient& client)
         : connection_(client.get()), window_(xcb_generate_id(connection_)) {
         const std::uint32_t overrideRedirect = 1;
         xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window_, client.root(), 0, 0,
@@ -61,7 +61,7 @@ private:
 
 } // namespace
 
-ScreenFloor measureScreenFloor(const e2e::XClient& client) {
+ScreenFloor measureScreenFloor(const XClient& client) {
     auto* connection = client.get();
     const auto width = static_cast<std::uint16_t>(client.size().width);
     const auto height = static_cast<std::uint16_t>(client.size().height);
@@ -69,8 +69,7 @@ ScreenFloor measureScreenFloor(const e2e::XClient& client) {
     const auto grab = [&] {
         const auto cookie = xcb_shm_get_image(connection, client.root(), 0, 0, width, height, ~0U,
                                               XCB_IMAGE_FORMAT_Z_PIXMAP, segment.get(), 0);
-        const e2e::Reply<xcb_shm_get_image_reply_t> done(
-            xcb_shm_get_image_reply(connection, cookie, nullptr));
+        const Reply<xcb_shm_get_image_reply_t> done(xcb_shm_get_image_reply(connection, cookie, nullptr));
     };
     grab(); // maps the pages
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/e2e/support/XClient.h"
+#include "tests/support/desktop/XClient.h"
 
 namespace glimmerly::bench {
 
@@ -11,6 +11,6 @@ struct ScreenFloor {
     double total = 0; ///< milliseconds, with putting it back
 };
 
-[[nodiscard]] ScreenFloor measureScreenFloor(const e2e::XClient& client);
+[[nodiscard]] ScreenFloor measureScreenFloor(const XClient& client);
 
 } // namespace glimmerly::bench

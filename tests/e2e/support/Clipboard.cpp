@@ -1,6 +1,6 @@
 #include "tests/e2e/support/Clipboard.h"
 
-#include "tests/e2e/support/WaitUntil.h"
+#include "tests/support/desktop/WaitUntil.h"
 
 #include <png.h>
 

@@ -1,6 +1,6 @@
 #include "tests/e2e/support/Desktop.h"
 
-#include "tests/e2e/support/WaitUntil.h"
+#include "tests/support/desktop/WaitUntil.h"
 
 #include <fmt/format.h>
 
@@ -21,7 +21,6 @@ void require(bool holds, const char* what) {
 Desktop::Desktop(const Options& options) {
     startServer(options);
     makeHome();
-    startSessionBus();
     if (!options.keyboardLayout.empty()) {
         auto command = options.keyboardLayout;
         command.insert(command.begin(), "setxkbmap");
@@ -61,14 +60,8 @@ void Desktop::makeHome() {
     environment_["DISPLAY"] = server().display();
     environment_["HOME"] = home();
     environment_["XDG_RUNTIME_DIR"] = runtime;
+    environment_["DBUS_SESSION_BUS_ADDRESS"] = bus_.address();
     environment_["TMPDIR"] = home() / "tmp";
-}
-
-void Desktop::startSessionBus() {
-    const auto address = "unix:path=" + (home() / "bus").string();
-    start({"dbus-daemon", "--session", "--nofork", "--nopidfile", "--address=" + address});
-    require(waitUntil([this] { return std::filesystem::exists(home() / "bus"); }), "no session bus");
-    environment_["DBUS_SESSION_BUS_ADDRESS"] = address;
 }
 
 void Desktop::startWindowManager() {

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "tests/e2e/support/ChildProcess.h"
-#include "tests/e2e/support/DummyXorg.h"
-#include "tests/e2e/support/XClient.h"
-#include "tests/support/XvfbServer.h"
+#include "tests/support/desktop/DummyXorg.h"
+#include "tests/support/desktop/SessionBus.h"
+#include "tests/support/desktop/XClient.h"
 
 #include <memory>
 #include <optional>
@@ -29,7 +28,7 @@ public:
     explicit Desktop(const Options& options);
     Desktop() : Desktop(Options()) {}
 
-    [[nodiscard]] XServerProcess& server() { return xorg_ ? xorg_->process() : *xvfb_; }
+    [[nodiscard]] XServer& server() { return xorg_ ? xorg_->server() : *xvfb_; }
     [[nodiscard]] const XClient& client() const { return *client_; }
     /// What programs on this desktop are started with.
     [[nodiscard]] const Environment& environment() const { return environment_; }
@@ -45,10 +44,10 @@ public:
 private:
     void startServer(const Options& options);
     void makeHome();
-    void startSessionBus();
     void startWindowManager();
 
     ScratchDirectory home_;
+    SessionBus bus_;
     std::optional<DummyXorg> xorg_;
     std::optional<XvfbServer> xvfb_;
     std::unique_ptr<XClient> client_;

@@ -2,8 +2,8 @@
 
 #include "base/Bitmap.h"
 #include "tests/e2e/support/Desktop.h"
-#include "tests/e2e/support/Robot.h"
-#include "tests/e2e/support/WaitUntil.h"
+#include "tests/support/desktop/Robot.h"
+#include "tests/support/desktop/WaitUntil.h"
 
 #include <nlohmann/json.hpp>
 

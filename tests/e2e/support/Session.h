@@ -3,7 +3,7 @@
 #include "tests/e2e/support/Clipboard.h"
 #include "tests/e2e/support/Desktop.h"
 #include "tests/e2e/support/Glimmerly.h"
-#include "tests/e2e/support/Robot.h"
+#include "tests/support/desktop/Robot.h"
 
 #include <gtest/gtest.h>
 

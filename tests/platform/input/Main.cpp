@@ -1,4 +1,4 @@
-#include "tests/support/XvfbServer.h"
+#include "tests/support/desktop/XServer.h"
 
 #include <QGuiApplication>
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 
 #include "TestKeyboard.h"
 #include "tests/support/ProcessState.h"
-#include "tests/support/XvfbServer.h"
+#include "tests/support/desktop/XServer.h"
 
 #include <QAbstractEventDispatcher>
 #include <QKeyEvent>

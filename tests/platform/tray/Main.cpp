@@ -1,5 +1,5 @@
-#include "tests/support/SessionBus.h"
-#include "tests/support/XvfbServer.h"
+#include "tests/support/desktop/SessionBus.h"
+#include "tests/support/desktop/XServer.h"
 
 #include <QApplication>
 #include <QProcess>

@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QPixmap>
 #include <QScreen>
+#include <QTest>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -43,7 +44,7 @@ protected:
         item.setTemplateImage(*images.templateImage("MenuIcon"), "Glimmerly");
     }
     [[nodiscard]] bool embeddedEventually() {
-        return eventually([this] { return windows.areas().size() == 1; });
+        return eventually([this] { return embeddedAreas(client).size() == 1; });
     }
 
     QtImages images;
@@ -51,7 +52,7 @@ protected:
     QAction* screenshot;
     int triggered = 0;
     TrayStatusItem item;
-    EmbeddedWindows windows;
+    XClient client{{}};
 };
 
 TEST_F(TrayStatusItemTest, PanelThatStartsLateOrAgainGetsTheItem) {
@@ -67,7 +68,7 @@ TEST_F(TrayStatusItemTest, PanelThatStartsLateOrAgainGetsTheItem) {
 
 TEST_F(TrayStatusItemTest, TrayOfTheServerThatStartsLateOrAgainGetsTheItem) {
     show();
-    EXPECT_TRUE(windows.areas().empty());
+    EXPECT_TRUE(embeddedAreas(client).empty());
     for (int start = 1; start <= 3; ++start) {
         const PanelProcess panel;
         EXPECT_TRUE(embeddedEventually()) << "start " << start;
@@ -84,12 +85,12 @@ TEST_F(TrayStatusItemTest, MovesBetweenTheTwoKindsOfTrayAndIsInOneOnly) {
     host.start();
     EXPECT_TRUE(eventually([&] { return host.questions == 1; }));
     EXPECT_TRUE(host.items.isEmpty());
-    EXPECT_EQ(windows.areas().size(), 1u);
+    EXPECT_EQ(embeddedAreas(client).size(), 1u);
     host.stop();
 
     host.hosted = true;
     host.start();
-    EXPECT_TRUE(eventually([&] { return host.items.size() == 1 && windows.areas().empty(); }));
+    EXPECT_TRUE(eventually([&] { return host.items.size() == 1 && embeddedAreas(client).empty(); }));
     host.stop();
     EXPECT_TRUE(embeddedEventually());
 }
@@ -131,7 +132,7 @@ TEST_F(TrayStatusItemTest, EmbeddedPictureContrastsWithThePanel) {
         other.setTemplateImage(*images.templateImage("MenuIcon"), "Glimmerly");
         ASSERT_TRUE(embeddedEventually());
         EXPECT_TRUE(eventually([&] {
-            const QImage picture = screenImage(windows.areas().at(0));
+            const QImage picture = screenImage(embeddedAreas(client).at(0));
             int darkest = 255;
             int lightest = 0;
             for (int y = 0; y < picture.height(); ++y) {

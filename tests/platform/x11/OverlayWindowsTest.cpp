@@ -14,14 +14,11 @@
 namespace glimmerly {
 namespace {
 
-constexpr int escapeKeycode = 9;
-constexpr int aKeycode = 38;
-
 /// Paints each pixel of the window in a colour of its own, and keeps what it is sent.
 class OverlayContent : public QWidget {
 public:
     static std::uint32_t colour(int x, int y) {
-        return static_cast<std::uint32_t>((x * 7 + y * 131) % 0xffff) << 8 |
+        return 0xff000000U | static_cast<std::uint32_t>((x * 7 + y * 131) % 0xffff) << 8 |
                static_cast<std::uint32_t>(x & 0xff);
     }
 
@@ -102,12 +99,12 @@ TEST_P(AtScale, EachPixelIsWhereItBelongs) {
         }
         return true;
     };
-    EXPECT_TRUE(waitUntil(isPainted));
+    EXPECT_TRUE(runUntil(isPainted));
 
     for (const PixelRect at : {PixelRect{0, 0, 1, 1}, PixelRect{333, 101, 1, 1}, PixelRect{639, 480, 1, 1}}) {
-        client.movePointer(at.x, at.y);
+        client.robot.moveTo({at.x, at.y});
         const QPointF expected = QPointF(at.x, at.y + above) / overlay.screen().backingScale;
-        EXPECT_TRUE(waitUntil([&] { return (overlay.content.mouse - expected).manhattanLength() < 1e-6; }, 3))
+        EXPECT_TRUE(runUntil([&] { return (overlay.content.mouse - expected).manhattanLength() < 1e-6; }, 3))
             << at.x << "," << at.y << " arrives at " << overlay.content.mouse.x() << ","
             << overlay.content.mouse.y();
     }
@@ -122,9 +119,9 @@ protected:
     [[nodiscard]] bool hasManager() const { return GetParam() != WindowManager::none; }
 
     void typeAndExpectInOverlay() {
-        client.pressKey(aKeycode);
-        client.releaseKey(aKeycode);
-        EXPECT_TRUE(waitUntil([&] { return overlay.content.keys == std::vector<int>{Qt::Key_A}; }));
+        client.robot.press(Key::a);
+        client.robot.release(Key::a);
+        EXPECT_TRUE(runUntil([&] { return overlay.content.keys == std::vector<int>{Qt::Key_A}; }));
         overlay.content.keys.clear();
         EXPECT_EQ(client.takeKeyPresses(), 0);
     }
@@ -137,15 +134,15 @@ protected:
 
 TEST_P(WithAndWithout, HasTheKeyboardAtOnceAndGivesItBackToTheVeryWindow) {
     const auto other = client.open({});
-    ASSERT_TRUE(waitUntil([&] { return client.focus(other) == other; }));
+    ASSERT_TRUE(runUntil([&] { return client.focus(other) == other; }));
     overlay.open();
     EXPECT_EQ(client.focusedWindow(), window());
     typeAndExpectInOverlay();
     overlay.windows.orderOut(overlay.content);
     EXPECT_EQ(client.focusedWindow(), other);
-    client.pressKey(aKeycode);
-    client.releaseKey(aKeycode);
-    EXPECT_TRUE(waitUntil([&] { return client.takeKeyPresses() == 1; }));
+    client.robot.press(Key::a);
+    client.robot.release(Key::a);
+    EXPECT_TRUE(runUntil([&] { return client.takeKeyPresses() == 1; }));
 }
 
 TEST_P(WithAndWithout, WhenNoWindowHadTheKeyboardNoneHasItAfterwards) {
@@ -162,14 +159,14 @@ TEST_P(WithAndWithout, WhenNoWindowHadTheKeyboardNoneHasItAfterwards) {
 TEST_P(WithAndWithout, LiesAbovePanelsAndWindowsRaisedLater) {
     client.open({.area = {100, 50, 200, 100}, .type = "DOCK"});
     overlay.open();
-    EXPECT_TRUE(waitUntil([&] { return isOnTop(); }));
+    EXPECT_TRUE(runUntil([&] { return isOnTop(); }));
     client.open({.area = {100, 50, 200, 100}});
-    EXPECT_TRUE(waitUntil([&] { return isOnTop(); }));
+    EXPECT_TRUE(runUntil([&] { return isOnTop(); }));
 }
 
 TEST_P(WithAndWithout, LetsPopupsThatComeLaterLieAboveIt) {
     overlay.open();
-    EXPECT_TRUE(waitUntil([&] { return isOnTop(); }));
+    EXPECT_TRUE(runUntil([&] { return isOnTop(); }));
     const auto candidates = client.open({.area = {100, 50, 200, 100}, .overrideRedirect = true});
     for (int turn = 0; turn < 100; ++turn)
         QCoreApplication::processEvents();
@@ -181,20 +178,20 @@ TEST_P(WithAndWithout, LetsPopupsThatComeLaterLieAboveIt) {
 }
 
 TEST_P(WithAndWithout, KeepsTheKeyboardWhileThePointerIsOnIt) {
-    client.movePointer(300, 300);
+    client.robot.moveTo({300, 300});
     overlay.open();
     const auto other = client.open({});
     client.focus(other);
-    EXPECT_TRUE(waitUntil([&] { return client.focusedWindow() == window(); }));
+    EXPECT_TRUE(runUntil([&] { return client.focusedWindow() == window(); }));
     typeAndExpectInOverlay();
 }
 
 TEST_P(WithAndWithout, GivesWayToOneThatWillNotLoseTheKeyboard) {
-    client.movePointer(300, 300);
+    client.robot.moveTo({300, 300});
     overlay.open();
     const auto stubborn = client.open({.overrideRedirect = true});
     int taken = 0;
-    EXPECT_TRUE(waitUntil([&] {
+    EXPECT_TRUE(runUntil([&] {
         if (client.focusedWindow() != stubborn) {
             client.focus(stubborn);
             ++taken;
@@ -208,21 +205,21 @@ TEST_P(WithAndWithout, GivesWayToOneThatWillNotLoseTheKeyboard) {
 
 TEST_P(WithAndWithout, SwallowsTheRestOfAKeyHeldWhileItCloses) {
     const auto other = client.open({});
-    ASSERT_TRUE(waitUntil([&] { return client.focus(other) == other; }));
+    ASSERT_TRUE(runUntil([&] { return client.focus(other) == other; }));
     overlay.open();
-    client.pressKey(escapeKeycode);
-    ASSERT_TRUE(waitUntil([&] { return !overlay.content.keys.empty(); }));
+    client.robot.press(Key::escape);
+    ASSERT_TRUE(runUntil([&] { return !overlay.content.keys.empty(); }));
     overlay.windows.orderOut(overlay.content);
     EXPECT_EQ(client.focusedWindow(), other);
 
     // What the other window would get of a held key it gets of any other pressed meanwhile.
-    client.pressKey(aKeycode);
-    client.releaseKey(aKeycode);
+    client.robot.press(Key::a);
+    client.robot.release(Key::a);
     EXPECT_EQ(client.takeKeyPresses(), 0);
-    client.releaseKey(escapeKeycode);
-    EXPECT_TRUE(waitUntil([&] {
-        client.pressKey(aKeycode);
-        client.releaseKey(aKeycode);
+    client.robot.release(Key::escape);
+    EXPECT_TRUE(runUntil([&] {
+        client.robot.press(Key::a);
+        client.robot.release(Key::a);
         return client.takeKeyPresses() > 0;
     }));
 }
@@ -232,9 +229,9 @@ TEST_P(WithAndWithout, OpensAgainAndAgain) {
         Overlay another;
         another.open();
         EXPECT_EQ(client.focusedWindow(), static_cast<xcb_window_t>(another.content.winId()));
-        EXPECT_TRUE(waitUntil([&] { return isOnTop(); }));
+        EXPECT_TRUE(runUntil([&] { return isOnTop(); }));
         another.windows.orderOut(another.content);
-        EXPECT_TRUE(waitUntil([&] { return !isOnTop(); }));
+        EXPECT_TRUE(runUntil([&] { return !isOnTop(); }));
     }
 }
 
@@ -244,7 +241,7 @@ INSTANTIATE_TEST_SUITE_P(WindowManagers, WithAndWithout,
 TEST(OverlayWindowsOnX11, SurvivesTheWindowManagersRestart) {
     X11Desktop desktop({.windowManager = WindowManager::openbox});
     XcbClient client;
-    client.movePointer(300, 300);
+    client.robot.moveTo({300, 300});
     Overlay overlay;
     overlay.open();
     const auto window = static_cast<xcb_window_t>(overlay.content.winId());
@@ -253,7 +250,7 @@ TEST(OverlayWindowsOnX11, SurvivesTheWindowManagersRestart) {
     const auto other = client.open({.area = {100, 50, 200, 100}});
     client.raise(other);
     EXPECT_TRUE(
-        waitUntil([&] { return client.focusedWindow() == window && overlay.isSeenAt(client, 150, 80); }));
+        runUntil([&] { return client.focusedWindow() == window && overlay.isSeenAt(client, 150, 80); }));
 }
 
 } // namespace

@@ -9,24 +9,11 @@
 #include <QProcess>
 #include <gmock/gmock.h>
 
-#include <random>
-
 namespace glimmerly {
 namespace {
 
 using testing::Contains;
 using testing::Not;
-
-/// An opaque picture that does not compress.
-Bitmap noise(PixelSize size) {
-    Bitmap bitmap(size);
-    std::minstd_rand random;
-    for (int y = 0; y < size.height; ++y) {
-        for (auto& pixel : bitmap.row(y))
-            pixel = 0xff000000u | static_cast<std::uint32_t>(random() & 0xffffff);
-    }
-    return bitmap;
-}
 
 Bitmap decoded(std::string_view png) {
     const auto decoder = PngDecoder::over(std::as_bytes(std::span(png)));
@@ -41,7 +28,7 @@ Size onePointPerPixel(const Bitmap& picture) {
 std::string read(const char* target) {
     QProcess reader;
     reader.start("xclip", {"-selection", "clipboard", "-target", target, "-out"});
-    EXPECT_TRUE(waitUntil([&] { return reader.state() == QProcess::NotRunning; }, 60));
+    EXPECT_TRUE(runUntil([&] { return reader.state() == QProcess::NotRunning; }, 60));
     return reader.readAllStandardOutput().toStdString();
 }
 
@@ -53,7 +40,7 @@ TEST(Pasteboard, OtherProgramsReadThePixelsOfEverySize) {
     X11Desktop desktop;
     // A property holds 64 KiB with many readers, and a request 16 MiB; beyond it goes in pieces.
     for (const PixelSize size : {PixelSize{1, 1}, PixelSize{200, 200}, PixelSize{2500, 2400}}) {
-        const Bitmap picture = noise(size);
+        const Bitmap picture = noise(size, 1);
         ASSERT_EQ(write(picture), PasteboardOutcome::written);
         const std::string png = read("image/png");
         EXPECT_TRUE(decoded(png) == picture) << size.width << " x " << size.height << ": " << png.size();
@@ -62,7 +49,7 @@ TEST(Pasteboard, OtherProgramsReadThePixelsOfEverySize) {
 
 TEST(Pasteboard, OffersOtherFormatsMadeOnRequest) {
     X11Desktop desktop;
-    const Bitmap picture = noise({30, 20});
+    const Bitmap picture = noise({30, 20}, 1);
     ASSERT_EQ(write(picture), PasteboardOutcome::written);
     const QStringList targets = QString::fromStdString(read("TARGETS")).split('\n');
     for (const char* offered : {"image/png", "image/bmp", "image/jpeg", "TIMESTAMP"})
@@ -80,13 +67,12 @@ TEST(Pasteboard, OffersOtherFormatsMadeOnRequest) {
 
 TEST(Pasteboard, RefusesWhenAnotherProgramWasFaster) {
     X11Desktop desktop;
-    ASSERT_EQ(write(noise({2, 2})), PasteboardOutcome::written);
+    ASSERT_EQ(write(noise({2, 2}, 1)), PasteboardOutcome::written);
     XcbClient other;
     const auto window = other.open({});
-    xcb_set_selection_owner(other.connection().get(), window, other.connection().atom("CLIPBOARD"),
-                            XCB_CURRENT_TIME);
+    xcb_set_selection_owner(other.get(), window, other.atom("CLIPBOARD"), XCB_CURRENT_TIME);
     other.sync();
-    EXPECT_EQ(write(noise({2, 2})), PasteboardOutcome::refused) << "with the time of an earlier event";
+    EXPECT_EQ(write(noise({2, 2}, 1)), PasteboardOutcome::refused) << "with the time of an earlier event";
 }
 
 TEST(Pasteboard, LetsGoOfThePixelsOnceTheyAreEncoded) {
@@ -98,14 +84,14 @@ TEST(Pasteboard, LetsGoOfThePixelsOnceTheyAreEncoded) {
         ASSERT_EQ(write(capture.view({10, 10, 5, 5})), PasteboardOutcome::written);
     }
     pixels.reset();
-    EXPECT_TRUE(waitUntil([&] { return alive.expired(); }));
+    EXPECT_TRUE(runUntil([&] { return alive.expired(); }));
     EXPECT_EQ(decoded(read("image/png")).row(4)[4], 0xff123456u);
 }
 
 TEST(Pasteboard, AClipboardManagerHasThePictureAfterTheProgramsEnd) {
     X11Desktop desktop;
     ClipboardManager manager;
-    const Bitmap picture = noise({1200, 800}); // too large for one piece of 64 KiB
+    const Bitmap picture = noise({1200, 800}, 1); // too large for one piece of 64 KiB
     ASSERT_EQ(write(picture), PasteboardOutcome::written);
     desktop.application.reset();
     EXPECT_TRUE(decoded(manager.savedPng()) == picture);

@@ -68,7 +68,7 @@ TEST(Screens, X11PointerIsOnItsPixelToTheScreensEdges) {
         const Rect frame = screens.screens().at(0).frame;
         XcbClient client;
         for (const PixelRect at : {PixelRect{0, 0, 1, 1}, {1000, 700}, {0, 700}, {1000, 0}, {333, 101}}) {
-            client.movePointer(at.x, at.y);
+            client.robot.moveTo({at.x, at.y});
             const Point mouse = screens.mouseLocation();
             EXPECT_TRUE(frame.contains(mouse)) << at.x << ", " << at.y;
             EXPECT_NEAR(mouse.x * scale, at.x, 1e-9);

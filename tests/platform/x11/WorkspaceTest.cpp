@@ -19,17 +19,18 @@ protected:
     xcb_window_t work(const XcbClient::WindowOptions& options) {
         const auto window = client.open(options);
         client.raise(window);
-        EXPECT_TRUE(waitUntil([&] { return client.focus(window) == window; }));
-        EXPECT_TRUE(waitUntil([&] { return isActive(window) && order().back() == window; }));
+        EXPECT_TRUE(runUntil([&] { return client.focus(window) == window; }));
+        EXPECT_TRUE(runUntil([&] { return isActive(window) && order().back() == window; }));
         return window;
     }
     [[nodiscard]] bool isActive(xcb_window_t window) const {
         return client.focusedWindow() == window &&
-               (!hasManager() || client.managed("_NET_ACTIVE_WINDOW") == std::vector{window});
+               (!hasManager() || client.managedWindows("_NET_ACTIVE_WINDOW") == std::vector{window});
     }
     /// The client's windows from bottom to top.
     [[nodiscard]] std::vector<xcb_window_t> order() const {
-        auto windows = hasManager() ? client.managed("_NET_CLIENT_LIST_STACKING") : client.stacking();
+        auto windows =
+            hasManager() ? client.managedWindows("_NET_CLIENT_LIST_STACKING") : client.visibleWindows();
         std::erase_if(windows, [&](xcb_window_t window) { return !client.hasMade(window); });
         return windows;
     }
@@ -66,7 +67,7 @@ TEST_P(X11WorkspaceTest, GivesOnlyTheKeyboardBackWhileNothingHasMoved) {
 
     client.focus(XCB_INPUT_FOCUS_POINTER_ROOT);
     application->activateAllWindows();
-    EXPECT_TRUE(waitUntil([&] { return isActive(active); }));
+    EXPECT_TRUE(runUntil([&] { return isActive(active); }));
     EXPECT_THAT(order(), ElementsAre(behind, between, active));
 }
 
@@ -77,7 +78,7 @@ TEST_P(X11WorkspaceTest, BringsAllItsWindowsForwardWhenAnotherCameInFront) {
     const auto later = work({.process = 2});
 
     application->activateAllWindows();
-    EXPECT_TRUE(waitUntil([&] { return isActive(active); }));
+    EXPECT_TRUE(runUntil([&] { return isActive(active); }));
     EXPECT_THAT(order(), ElementsAre(later, behind, active));
 }
 
@@ -87,9 +88,9 @@ TEST_P(X11WorkspaceTest, BringsBackAWindowThatWasPutAway) {
     const auto active = work({});
     const auto application = workspace.frontmostApplication();
     client.iconify(active);
-    ASSERT_TRUE(waitUntil([&] { return !isActive(active); }));
+    ASSERT_TRUE(runUntil([&] { return !isActive(active); }));
     application->activateAllWindows();
-    EXPECT_TRUE(waitUntil([&] { return isActive(active); }));
+    EXPECT_TRUE(runUntil([&] { return isActive(active); }));
 }
 
 TEST_P(X11WorkspaceTest, DoesNothingOnceItHasGone) {
@@ -97,7 +98,7 @@ TEST_P(X11WorkspaceTest, DoesNothingOnceItHasGone) {
     const auto gone = work({.process = 1});
     const auto application = workspace.frontmostApplication();
     client.close(gone);
-    ASSERT_TRUE(waitUntil([&] { return client.focus(other) == other && isActive(other); }));
+    ASSERT_TRUE(runUntil([&] { return client.focus(other) == other && isActive(other); }));
     application->activateAllWindows();
     EXPECT_EQ(workspace.frontmostApplication()->bundleIdentifier(), "Example") << "the server still answers";
     EXPECT_TRUE(isActive(other));

@@ -2,14 +2,13 @@
 
 #include "platform/x11/X11Properties.h"
 #include "tests/support/ProcessState.h"
-#include "tests/support/XvfbServer.h"
+#include "tests/support/desktop/XServer.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
 #include <gtest/gtest.h>
 
-#include <signal.h>
-#include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <functional>
@@ -18,34 +17,8 @@
 
 namespace glimmerly {
 
-/// A program that a test needs beside it; it ends with this object.
-class ChildProcess {
-public:
-    explicit ChildProcess(std::vector<std::string> command) {
-        std::vector<char*> arguments;
-        for (auto& word : command)
-            arguments.push_back(word.data());
-        arguments.push_back(nullptr);
-        process_ = ::fork();
-        if (process_ == 0) {
-            ::prctl(PR_SET_PDEATHSIG, SIGTERM);
-            ::execvp(arguments[0], arguments.data());
-            ::_exit(127);
-        }
-    }
-    ~ChildProcess() {
-        ::kill(process_, SIGTERM);
-        ::waitpid(process_, nullptr, 0);
-    }
-    ChildProcess(const ChildProcess&) = delete;
-    ChildProcess& operator=(const ChildProcess&) = delete;
-
-private:
-    pid_t process_;
-};
-
 /// Runs the main loop until `condition` holds; false when it does not within `seconds`.
-inline bool waitUntil(const std::function<bool()>& condition, int seconds = 10) {
+inline bool runUntil(const std::function<bool()>& condition, int seconds = 10) {
     QElapsedTimer elapsed;
     elapsed.start();
     while (!condition()) {
@@ -101,7 +74,10 @@ public:
 };
 
 inline void X11Desktop::startWindowManager() {
-    windowManager.emplace(std::vector<std::string>{"openbox", "--sm-disable"});
+    auto environment = cleanEnvironment();
+    environment["DISPLAY"] = server.display();
+    windowManager.emplace(
+        ChildProcess::Options{.command = {"openbox", "--sm-disable"}, .environment = environment});
     const auto connection = X11Connection::open().value();
     xcb_connection_t* const x = connection->get();
     const xcb_window_t probe = xcb_generate_id(x);

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace glimmerly::e2e {
+namespace glimmerly {
 
 using Environment = std::map<std::string, std::string>;
 
@@ -48,4 +48,4 @@ private:
     std::optional<int> exitStatus_;
 };
 
-} // namespace glimmerly::e2e
+} // namespace glimmerly

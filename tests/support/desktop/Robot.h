@@ -1,11 +1,11 @@
 #pragma once
 
-#include "tests/e2e/support/XClient.h"
+#include "tests/support/desktop/XClient.h"
 
 #include <cstdint>
 #include <vector>
 
-namespace glimmerly::e2e {
+namespace glimmerly {
 
 /// Keys by their place on the keyboard, whatever the layout prints on them.
 enum class Key : std::uint8_t {
@@ -18,6 +18,7 @@ enum class Key : std::uint8_t {
     capsLock = 66,
     numLock = 77,
     keypadEnter = 104,
+    up = 111,
     down = 116,
     super = 133,
 };
@@ -59,4 +60,4 @@ private:
     const XClient& client_;
 };
 
-} // namespace glimmerly::e2e
+} // namespace glimmerly

@@ -1,7 +1,7 @@
-#include "tests/e2e/support/ChildProcess.h"
+#include "tests/support/desktop/ChildProcess.h"
 
-#include "tests/e2e/support/WaitUntil.h"
 #include "tests/support/ScratchDirectory.h"
+#include "tests/support/desktop/WaitUntil.h"
 
 #include <fcntl.h>
 #include <sys/prctl.h>
@@ -12,7 +12,7 @@
 #include <csignal>
 #include <stdexcept>
 
-namespace glimmerly::e2e {
+namespace glimmerly {
 
 namespace {
 
@@ -110,4 +110,4 @@ std::optional<std::string> ChildProcess::outputOf(const Options& options) {
     return contentOf(collecting.output);
 }
 
-} // namespace glimmerly::e2e
+} // namespace glimmerly

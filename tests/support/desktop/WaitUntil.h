@@ -3,7 +3,7 @@
 #include <chrono>
 #include <thread>
 
-namespace glimmerly::e2e {
+namespace glimmerly {
 
 inline constexpr std::chrono::seconds patience{15};
 
@@ -19,4 +19,4 @@ template <typename Condition>
     return true;
 }
 
-} // namespace glimmerly::e2e
+} // namespace glimmerly

@@ -1,4 +1,4 @@
-#include "tests/e2e/support/XClient.h"
+#include "tests/support/desktop/XClient.h"
 
 #include <poll.h>
 
@@ -7,10 +7,10 @@
 #include <span>
 #include <stdexcept>
 
-namespace glimmerly::e2e {
+namespace glimmerly {
 
 XClient::XClient(const std::string& display)
-    : connection_(xcb_connect(display.c_str(), nullptr)),
+    : connection_(xcb_connect(display.empty() ? nullptr : display.c_str(), nullptr)),
       screen_(xcb_setup_roots_iterator(xcb_get_setup(connection_)).data) {
     if (xcb_connection_has_error(connection_) != 0)
         throw std::runtime_error("no connection to " + display);
@@ -79,8 +79,8 @@ std::vector<xcb_window_t> XClient::windowsWith(std::string_view property) const 
     return found;
 }
 
-std::vector<xcb_window_t> XClient::managedWindows() const {
-    const auto bytes = propertyBytes(root(), "_NET_CLIENT_LIST");
+std::vector<xcb_window_t> XClient::managedWindows(std::string_view list) const {
+    const auto bytes = propertyBytes(root(), list);
     std::vector<xcb_window_t> windows(bytes.size() / sizeof(xcb_window_t));
     std::memcpy(windows.data(), bytes.data(), bytes.size());
     return windows;
@@ -167,4 +167,4 @@ Bitmap noise(PixelSize size, std::uint32_t seed) {
     return picture;
 }
 
-} // namespace glimmerly::e2e
+} // namespace glimmerly

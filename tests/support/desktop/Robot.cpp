@@ -1,13 +1,13 @@
-#include "tests/e2e/support/Robot.h"
+#include "tests/support/desktop/Robot.h"
 
-#include "tests/e2e/support/WaitUntil.h"
+#include "tests/support/desktop/WaitUntil.h"
 
 #include <xcb/xtest.h>
 
 #include <ranges>
 #include <stdexcept>
 
-namespace glimmerly::e2e {
+namespace glimmerly {
 
 void Robot::fake(std::uint8_t type, std::uint8_t detail, Pixel place) const {
     xcb_test_fake_input(client_.get(), type, detail, XCB_CURRENT_TIME, client_.root(),
@@ -81,4 +81,4 @@ Pixel Robot::position() const {
     return {pointer->root_x, pointer->root_y};
 }
 
-} // namespace glimmerly::e2e
+} // namespace glimmerly

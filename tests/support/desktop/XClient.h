@@ -13,7 +13,7 @@
 #include <string_view>
 #include <vector>
 
-namespace glimmerly::e2e {
+namespace glimmerly {
 
 struct FreeReply {
     void operator()(void* reply) const { std::free(reply); }
@@ -24,12 +24,14 @@ using Reply = std::unique_ptr<T, FreeReply>;
 /// A look at an X server from outside the program under test, through a connection of its own.
 class XClient {
 public:
+    /// `display` may be empty for that of DISPLAY.
     explicit XClient(const std::string& display);
     ~XClient();
     XClient(const XClient&) = delete;
     XClient& operator=(const XClient&) = delete;
 
     [[nodiscard]] xcb_connection_t* get() const { return connection_; }
+    [[nodiscard]] int depth() const { return screen_->root_depth; }
     [[nodiscard]] xcb_window_t root() const { return screen_->root; }
     [[nodiscard]] PixelSize size() const { return {screen_->width_in_pixels, screen_->height_in_pixels}; }
     [[nodiscard]] xcb_atom_t atom(std::string_view name) const;
@@ -42,8 +44,8 @@ public:
     [[nodiscard]] std::vector<xcb_window_t> visibleWindows() const { return visibleChildren(root()); }
     /// Every visible window, however deep, that has the property.
     [[nodiscard]] std::vector<xcb_window_t> windowsWith(std::string_view property) const;
-    /// The windows that the window manager looks after.
-    [[nodiscard]] std::vector<xcb_window_t> managedWindows() const;
+    /// The windows that the window manager names in a property of the root.
+    [[nodiscard]] std::vector<xcb_window_t> managedWindows(std::string_view list = "_NET_CLIENT_LIST") const;
     [[nodiscard]] PixelRect areaOf(xcb_window_t window) const;
     [[nodiscard]] xcb_window_t focusedWindow() const;
 
@@ -69,4 +71,4 @@ private:
 /// A picture in which every pixel differs from those around it; `seed` tells one from another.
 [[nodiscard]] Bitmap noise(PixelSize size, std::uint32_t seed);
 
-} // namespace glimmerly::e2e
+} // namespace glimmerly

@@ -4,6 +4,8 @@
 
 #include <xcb/xtest.h>
 
+#include <algorithm>
+#include <cctype>
 #include <ranges>
 #include <stdexcept>
 
@@ -28,6 +30,21 @@ void Robot::type(const std::vector<Key>& keys) const {
         press(key);
     for (const Key key : keys | std::views::reverse)
         release(key);
+}
+
+void Robot::typeText(std::string_view text) const {
+    static constexpr std::pair<std::string_view, int> rows[] = {{"1234567890-", 10}, {"qwertyuiop", 24},
+                                                                {"asdfghjkl", 38},   {"zxcvbnm,./", 52},
+                                                                {" ", 65},           {"\n", 36}};
+    for (const char character : text) {
+        const bool isUpper = std::isupper(static_cast<unsigned char>(character)) != 0;
+        const char lower = static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
+        const auto row = std::ranges::find_if(rows, [&](const auto& r) { return r.first.contains(lower); });
+        if (row == std::end(rows))
+            throw std::invalid_argument("no key for " + std::string(1, character));
+        const auto key = static_cast<Key>(row->second + static_cast<int>(row->first.find(lower)));
+        type(isUpper ? std::vector{Key::leftShift, key} : std::vector{key});
+    }
 }
 
 void Robot::waitForKeyboard() const {

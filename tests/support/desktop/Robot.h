@@ -3,6 +3,7 @@
 #include "tests/support/desktop/XClient.h"
 
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 namespace glimmerly {
@@ -14,6 +15,7 @@ enum class Key : std::uint8_t {
     leftControl = 37,
     a = 38,
     leftShift = 50,
+    z = 52,
     space = 65,
     capsLock = 66,
     numLock = 77,
@@ -40,6 +42,8 @@ public:
     void release(Key key) const;
     /// Presses `keys` in that order and lets them go in reverse.
     void type(const std::vector<Key>& keys) const;
+    /// Types letters, digits and the marks of a path on a US keyboard; throws for anything else.
+    void typeText(std::string_view text) const;
     /// Waits until no program has the keyboard to itself: the one under test keeps it until the key that
     /// closed an overlay has come up, which takes a hand longer than this.
     void waitForKeyboard() const;

@@ -1,8 +1,8 @@
 #include "telemetry/TelemetrySink.h"
 
-#include "tests/e2e/support/WaitUntil.h"
 #include "tests/support/FakeHttpClient.h"
 #include "tests/support/LogCapture.h"
+#include "tests/support/desktop/WaitUntil.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -15,7 +15,6 @@ namespace glimmerly {
 namespace {
 
 using namespace std::chrono_literals;
-using e2e::waitUntil;
 
 class TelemetrySinkTest : public testing::Test {
 protected:

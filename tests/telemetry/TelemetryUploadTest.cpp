@@ -1,8 +1,8 @@
 #include "platform/http/CurlHttpClient.h"
 #include "telemetry/TelemetrySink.h"
-#include "tests/e2e/support/WaitUntil.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/LoopbackService.h"
+#include "tests/support/desktop/WaitUntil.h"
 
 #include <QJsonArray>
 #include <gtest/gtest.h>
@@ -14,7 +14,6 @@ namespace glimmerly {
 namespace {
 
 using namespace std::chrono_literals;
-using e2e::waitUntil;
 
 /// The sink with the real client and a real service.
 class TelemetryUpload : public testing::Test {

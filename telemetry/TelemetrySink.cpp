@@ -28,7 +28,10 @@ constexpr auto terminationLimit = 1500ms;
 constexpr int loggedCharacters = 500;
 
 double secondsSince1970(WallTime time) {
-    return std::chrono::duration<double>(time.time_since_epoch()).count();
+    // In two steps: a double does not hold so many nanoseconds.
+    const auto whole = std::chrono::floor<std::chrono::seconds>(time);
+    return static_cast<double>(whole.time_since_epoch().count()) +
+           std::chrono::duration<double>(time - whole).count();
 }
 
 void warn(std::string_view message, GlimmerlyLog::Metadata metadata = {},

@@ -45,6 +45,50 @@ protected:
     std::optional<TelemetrySink> sink;
 };
 
+TEST_F(TelemetrySinkTest, ABatchIsThatJson) {
+    sink->track("capture_failed", {{"error_domain", "a/ü\""},
+                                   {"", 1},
+                                   {"ratio", 1.5},
+                                   {"not_a_number", std::nan("")},
+                                   {"count", 3},
+                                   {"is_new", true}});
+    now += 250ms;
+    sink->track("app_launch");
+    sink->flushSynchronously();
+    ASSERT_EQ(requestCount(), 1u);
+    const HttpRequest request = http.requests()[0];
+    EXPECT_EQ(request.url, "https://service.example/api/telemetry");
+    EXPECT_EQ(request.contentType, "application/json");
+    EXPECT_EQ(request.timeout, 60s);
+    EXPECT_NE(request.body.find(R"("error_domain":"a\/ü\"")"), std::string::npos) << request.body;
+
+    auto sent = body(0);
+    const auto isUuid = [](const QJsonValue& value) {
+        const QString text = value.toString();
+        return text.size() == 36 && text == text.toUpper() && text.count('-') == 4;
+    };
+    EXPECT_TRUE(isUuid(sent.take("batch_id")));
+    auto ids = sent.take("ids").toObject();
+    EXPECT_TRUE(isUuid(ids.take("session_id")));
+    EXPECT_EQ(ids, (QJsonObject{{"machine_id", "machine"}}));
+    const QJsonObject properties{
+        {"error_domain", "a/ü\""}, {"ratio", 1.5}, {"not_a_number", "nan"}, {"count", 3}, {"is_new", true}};
+    const QJsonObject first{
+        {"seq", 0}, {"name", "capture_failed"}, {"ts", 1'700'000'000.25}, {"props", properties}};
+    const QJsonObject second{
+        {"seq", 1}, {"name", "app_launch"}, {"ts", 1'700'000'000.5}, {"props", QJsonObject()}};
+    const QJsonObject expected{{"schema_version", 1},
+                               {"sent_at", 1'700'000'000.5},
+                               {"app", QJsonObject{{"name", "Glimmerly"}, {"version", "Version 1.4.2"}}},
+                               {"client", QJsonObject{{"os", "macOS"},
+                                                      {"os_version", "Debian GNU/Linux 12"},
+                                                      {"bundle_id", "app.glimmerly.Glimmerly"},
+                                                      {"architecture", "x86_64"}}},
+                               {"events", QJsonArray{first, second}}};
+    EXPECT_EQ(sent, expected) << QJsonDocument(sent).toJson().toStdString() << "instead of "
+                              << QJsonDocument(expected).toJson().toStdString();
+}
+
 TEST_F(TelemetrySinkTest, TheFiftiethEventSendsAtOnceAndTheNextWaitTwoSeconds) {
     const auto start = std::chrono::steady_clock::now();
     track(51);

@@ -54,7 +54,7 @@ QFont uiFont(const TextStyle& style) {
     return font;
 }
 
-TextLabel::TextLabel(const QString& text, const TextStyle& style, QWidget* parent)
+UiLabel::UiLabel(const QString& text, const TextStyle& style, QWidget* parent)
     : QLabel(parent), color_(style.color) {
     setTextFormat(Qt::PlainText);
     setWordWrap(true);
@@ -63,18 +63,18 @@ TextLabel::TextLabel(const QString& text, const TextStyle& style, QWidget* paren
     applyColor();
 }
 
-void TextLabel::setTextColor(TextColor color) {
+void UiLabel::setTextColor(TextColor color) {
     color_ = color;
     applyColor();
 }
 
-void TextLabel::changeEvent(QEvent* event) {
+void UiLabel::changeEvent(QEvent* event) {
     QLabel::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
         applyColor();
 }
 
-void TextLabel::applyColor() {
+void UiLabel::applyColor() {
     const QColor& wanted = colorOf(uiColors(*this), color_);
     if (palette().color(foregroundRole()) == wanted)
         return;

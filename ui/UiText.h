@@ -39,9 +39,9 @@ inline constexpr TextStyle sectionTitle{.size = TextSize::caption,
 [[nodiscard]] QFont uiFont(const TextStyle& style);
 
 /// A text of one style that wraps into the width it is given and follows the colour scheme.
-class TextLabel : public QLabel {
+class UiLabel : public QLabel {
 public:
-    TextLabel(const QString& text, const TextStyle& style, QWidget* parent = nullptr);
+    UiLabel(const QString& text, const TextStyle& style, QWidget* parent = nullptr);
 
     void setTextColor(TextColor color);
 

@@ -50,7 +50,7 @@ QWidget* makeStep(int number, const char* step) {
     auto* row = new QWidget;
     auto* layout = layoutOf<QHBoxLayout>(row, badgeSpacing);
     auto* badge = new NumberBadge(number);
-    auto* label = new TextLabel(text(step), text_style::body);
+    auto* label = new UiLabel(text(step), text_style::body);
     label->setContentsMargins(0, std::max(0, badge->baseline() - label->fontMetrics().ascent()), 0, 0);
     layout->addWidget(badge, 0, Qt::AlignTop);
     layout->addWidget(label, 1, Qt::AlignTop);
@@ -102,8 +102,8 @@ QLayout* PermissionsOnboardingView::makeHeader() {
     auto* titles = new QVBoxLayout;
     titles->setContentsMargins(0, shadowMargin, 0, shadowMargin);
     titles->setSpacing(titleSpacing);
-    titles->addWidget(new TextLabel(text(onboarding_text::title), text_style::largeTitle));
-    titles->addWidget(new TextLabel(text(onboarding_text::purpose), text_style::bodySecondary));
+    titles->addWidget(new UiLabel(text(onboarding_text::title), text_style::largeTitle));
+    titles->addWidget(new UiLabel(text(onboarding_text::purpose), text_style::bodySecondary));
     row->addLayout(titles, 1);
     row->setAlignment(titles, Qt::AlignTop);
     return row;
@@ -113,7 +113,7 @@ QWidget* PermissionsOnboardingView::makeSteps() {
     auto* section = new QWidget;
     auto* column = layoutOf<QVBoxLayout>(section, ui_style::captionToCardSpacing);
     column->setContentsMargins(shadowMargin, 0, 0, 0);
-    column->addWidget(new TextLabel(text(onboarding_text::stepsCaption), text_style::sectionTitle));
+    column->addWidget(new UiLabel(text(onboarding_text::stepsCaption), text_style::sectionTitle));
     auto* card = new Card(cardPadding);
     auto* rows = layoutOf<QVBoxLayout>(card, 0);
     int number = 0;
@@ -133,7 +133,7 @@ QWidget* PermissionsOnboardingView::makeActions() {
     auto* section = new QWidget;
     auto* column = layoutOf<QVBoxLayout>(section, detailSpacing);
     column->setContentsMargins(shadowMargin, 0, 0, 0);
-    detail_ = new TextLabel(QString(), text_style::calloutSecondary);
+    detail_ = new UiLabel(QString(), text_style::calloutSecondary);
     column->addWidget(detail_);
 
     settingsButton_ = new UiButton(QString(), {.kind = ButtonKind::prominent, .size = ControlSize::large});

@@ -7,7 +7,7 @@ class QBoxLayout;
 namespace glimmerly {
 
 class PermissionsOnboardingModel;
-class TextLabel;
+class UiLabel;
 class UiButton;
 
 /// Shows the model: why the permission is needed, how to grant it, and the three actions. Scrolls where its
@@ -29,7 +29,7 @@ private:
     void layOutButtons();
 
     PermissionsOnboardingModel& model_;
-    TextLabel* detail_ = nullptr;
+    UiLabel* detail_ = nullptr;
     QBoxLayout* buttons_ = nullptr;
     UiButton* settingsButton_ = nullptr;
 };

@@ -49,7 +49,7 @@ TEST(UiColorsTest, AnOpenWindowFollowsTheDesktop) {
     followAppearance(desktop);
     QWidget window;
     QVBoxLayout layout(&window);
-    auto* label = new TextLabel("text", text_style::bodySecondary, &window);
+    auto* label = new UiLabel("text", text_style::bodySecondary, &window);
     layout.addWidget(label);
     window.show();
     for (const auto scheme : {ColorScheme::light, ColorScheme::dark, ColorScheme::light}) {

@@ -33,8 +33,9 @@ SavePanelAnswer QtSavePanel::runModal(const SavePanelRequest& request) {
     const QStringList chosen = panel.selectedFiles();
     if (chosen.isEmpty() || chosen.front().isEmpty())
         return {SavePanelResponse::ok, std::nullopt};
-    directory_ = panel.directory().absolutePath();
-    return {SavePanelResponse::ok, QFileInfo(chosen.front()).filesystemAbsoluteFilePath()};
+    const QFileInfo file(chosen.front());
+    directory_ = file.absolutePath(); // not the panel's, which does not follow a path that is typed
+    return {SavePanelResponse::ok, file.filesystemAbsoluteFilePath()};
 }
 
 } // namespace glimmerly

@@ -1,0 +1,109 @@
+// Download: the panel that asks where to save, and what lies there once it is answered.
+#include "tests/e2e/support/Editor.h"
+#include "tests/support/ScratchDirectory.h"
+
+namespace glimmerly::e2e {
+namespace {
+
+class Download : public testing::Test {
+protected:
+    Download() { std::filesystem::create_directory(place); }
+
+    /// Draws in a new overlay, presses Download, and waits until the panel has the keyboard.
+    [[nodiscard]] testing::AssertionResult openPanel() {
+        if (const auto open = session.openOverlay(); !open)
+            return open;
+        if (const auto selected = editor.select({300, 200}, {900, 600}); !selected)
+            return selected;
+        editor.tap("Rectangle tool");
+        editor.drag({350, 250}, {500, 400});
+        if (const auto painted = editor.waitForPainting(); !painted)
+            return painted;
+        drawn = editor.shown();
+        editor.tap("Download");
+        const auto hasKeyboard = [this] {
+            const auto windows = client.managedWindows();
+            return windows.size() == 1 && session.program.overlays().empty() &&
+                   client.focusedWindow() == windows.front();
+        };
+        return waitUntil(hasKeyboard) ? testing::AssertionSuccess()
+                                      : testing::AssertionFailure() << "no panel\n"
+                                                                    << session.program.diagnostics();
+    }
+    /// Replaces the name that the panel offers, and waits until the panel has gone.
+    [[nodiscard]] testing::AssertionResult answer(const std::filesystem::path& file) {
+        session.robot.type({Key::leftControl, Key::a});
+        session.robot.typeText(file.string());
+        return finish(Key::returnKey);
+    }
+    [[nodiscard]] testing::AssertionResult finish(Key key) {
+        session.robot.type({key});
+        return waitUntil([this] { return client.managedWindows().empty(); })
+                   ? testing::AssertionSuccess()
+                   : testing::AssertionFailure() << "the panel stays";
+    }
+    [[nodiscard]] testing::AssertionResult isTheSelection(const std::filesystem::path& file) const {
+        if (!waitUntil([&] { return std::filesystem::exists(file); }))
+            return testing::AssertionFailure() << "no " << file;
+        const auto saved = decodePng(contentOf(file));
+        if (!saved || saved->size() != editor.selection().size())
+            return testing::AssertionFailure() << file << " is no picture of the selection's size";
+        const auto inner = editor.inner();
+        return samePixels(saved->view({inner.x - editor.selection().x, inner.y - editor.selection().y,
+                                       inner.width, inner.height}),
+                          drawn);
+    }
+
+    Session session;
+    const XClient& client = session.desktop.client();
+    Editor editor{session, 1};
+    std::filesystem::path place = session.desktop.home() / "saved";
+    Bitmap drawn; ///< what the screen showed of the selection
+};
+
+TEST_F(Download, SavesTheSelectionUnderTheNameTyped) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"whole.png", "whole.png"}, {"plain", "plain.png"}, {"two.parts", "two.parts"}};
+    for (const auto& [typed, written] : cases) {
+        ASSERT_TRUE(openPanel()) << typed;
+        ASSERT_TRUE(answer(place / typed));
+        EXPECT_TRUE(isTheSelection(place / written));
+    }
+    EXPECT_EQ(namesIn(place), (std::vector<std::string>{"plain.png", "two.parts", "whole.png"}));
+    EXPECT_TRUE(session.program.captureFiles().empty());
+}
+
+TEST_F(Download, TheNameOfferedSavesBesideTheLastOne) {
+    ASSERT_TRUE(openPanel());
+    ASSERT_TRUE(answer(place / "first"));
+    ASSERT_TRUE(isTheSelection(place / "first.png"));
+    ASSERT_TRUE(openPanel());
+    ASSERT_TRUE(finish(Key::returnKey));
+    ASSERT_TRUE(waitUntil([this] { return namesIn(place).size() == 2; }));
+    const auto name = namesIn(place).front();
+    EXPECT_TRUE(name.starts_with("Glimmerly Capture ") && name.ends_with(".png")) << name;
+    EXPECT_TRUE(isTheSelection(place / name));
+}
+
+TEST_F(Download, WhatCannotBeWrittenIsLoggedAndWhatIsCancelledIsNot) {
+    session.clipboard.setText(session.desktop, "kept");
+    ASSERT_TRUE(openPanel());
+    ASSERT_TRUE(finish(Key::escape));
+    ASSERT_TRUE(openPanel());
+    ASSERT_TRUE(answer(place / "missing/picture"));
+    const auto failure = "writeCroppedImagePNG returned false after save panel";
+    ASSERT_TRUE(session.program.waitForLog(failure));
+    ASSERT_EQ(session.program.log(failure).size(), 1U) << "and none for the panel that was cancelled";
+    EXPECT_EQ(session.program.log(failure).front()["metadata"].value("destination", ""), "picture.png");
+    const auto reason = session.program.log("Atomic PNG write failed from overlay save");
+    ASSERT_EQ(reason.size(), 1U);
+    EXPECT_TRUE(reason.front()["metadata"].contains("errorCode")) << reason.front();
+
+    EXPECT_TRUE(namesIn(place).empty());
+    EXPECT_TRUE(session.program.captureFiles().empty());
+    EXPECT_EQ(session.clipboard.text(), "kept");
+    EXPECT_TRUE(session.copySelection({10, 10}, {60, 60})) << "the next capture is as good as the first";
+}
+
+} // namespace
+} // namespace glimmerly::e2e

@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <condition_variable>
-#include <deque>
+#include <iterator>
+#include <list>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -34,9 +35,9 @@ public:
     void cancel(std::uint64_t id) {
         Task dropped; // let go of outside the lock: what it owns may call back
         const std::lock_guard lock(mutex_);
-        if (const auto found = std::ranges::find(ready_, id, &Entry::id); found != ready_.end()) {
-            dropped = std::move(found->task);
-            ready_.erase(found);
+        if (const auto due = due_.extract(id)) {
+            dropped = std::move(due.mapped()->task);
+            ready_.erase(due.mapped());
             return;
         }
         const auto found = std::ranges::find(delayed_, id, [](const auto& pair) { return pair.second.id; });
@@ -72,9 +73,10 @@ private:
         for (;;) {
             queueWhatIsDue();
             if (!ready_.empty()) {
-                Task task = std::move(ready_.front().task);
+                Entry first = std::move(ready_.front());
                 ready_.pop_front();
-                return task;
+                due_.erase(first.id);
+                return std::move(first.task);
             }
             if (stopped_)
                 return std::nullopt;
@@ -89,14 +91,17 @@ private:
         if (delayed_.empty())
             return;
         const auto end = delayed_.upper_bound(Clock::now());
-        for (auto due = delayed_.begin(); due != end; ++due)
+        for (auto due = delayed_.begin(); due != end; ++due) {
             ready_.push_back(std::move(due->second));
+            due_.emplace(ready_.back().id, std::prev(ready_.end()));
+        }
         delayed_.erase(delayed_.begin(), end);
     }
 
     std::mutex mutex_;
     std::condition_variable changed_;
-    std::deque<Entry> ready_;
+    std::list<Entry> ready_;
+    std::map<std::uint64_t, std::list<Entry>::iterator> due_; // the delayed ones in `ready_`: it may be long
     std::multimap<Clock::time_point, Entry> delayed_; // equal times keep the order in which they came
     std::uint64_t nextId_ = 1;
     bool stopped_ = false;

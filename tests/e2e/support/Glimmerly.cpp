@@ -24,7 +24,7 @@ ChildProcess::Options Glimmerly::command(const Desktop& desktop, const Options& 
     auto environment = desktop.environment();
     for (const auto& [name, value] : options.environment)
         environment[name] = value;
-    std::vector<std::string> command{executable()};
+    std::vector<std::string> command{options.program};
     command.insert(command.end(), options.arguments.begin(), options.arguments.end());
     return {.command = command,
             .environment = environment,

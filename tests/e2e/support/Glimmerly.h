@@ -22,6 +22,7 @@ public:
         Environment environment{};                ///< added to the desktop's
         std::function<void()> beforeExec = [] {}; ///< runs in the program's process before it starts
         std::vector<std::string> arguments{};
+        std::filesystem::path program = executable();
     };
     enum class Readiness { hotkeyHeld, launched };
 

@@ -118,6 +118,15 @@ protected:
     [[nodiscard]] xcb_window_t window() const { return static_cast<xcb_window_t>(overlay.content.winId()); }
     [[nodiscard]] bool hasManager() const { return GetParam() != WindowManager::none; }
 
+    /// Another client's window that has the keyboard, after all that a window manager does with a new one.
+    xcb_window_t openWithKeyboard() {
+        const auto window = client.open({});
+        EXPECT_TRUE(runUntil([&] {
+            return client.focus(window) == window &&
+                   (!hasManager() || client.managedWindows("_NET_ACTIVE_WINDOW") == std::vector{window});
+        }));
+        return window;
+    }
     void typeAndExpectInOverlay() {
         client.robot.press(Key::a);
         client.robot.release(Key::a);
@@ -133,8 +142,7 @@ protected:
 };
 
 TEST_P(WithAndWithout, HasTheKeyboardAtOnceAndGivesItBackToTheVeryWindow) {
-    const auto other = client.open({});
-    ASSERT_TRUE(runUntil([&] { return client.focus(other) == other; }));
+    const auto other = openWithKeyboard();
     overlay.open();
     EXPECT_EQ(client.focusedWindow(), window());
     typeAndExpectInOverlay();
@@ -178,9 +186,9 @@ TEST_P(WithAndWithout, LetsPopupsThatComeLaterLieAboveIt) {
 }
 
 TEST_P(WithAndWithout, KeepsTheKeyboardWhileThePointerIsOnIt) {
+    const auto other = openWithKeyboard();
     client.robot.moveTo({300, 300});
     overlay.open();
-    const auto other = client.open({});
     client.focus(other);
     EXPECT_TRUE(runUntil([&] { return client.focusedWindow() == window(); }));
     typeAndExpectInOverlay();
@@ -204,8 +212,7 @@ TEST_P(WithAndWithout, GivesWayToOneThatWillNotLoseTheKeyboard) {
 }
 
 TEST_P(WithAndWithout, SwallowsTheRestOfAKeyHeldWhileItCloses) {
-    const auto other = client.open({});
-    ASSERT_TRUE(runUntil([&] { return client.focus(other) == other; }));
+    const auto other = openWithKeyboard();
     overlay.open();
     client.robot.press(Key::escape);
     ASSERT_TRUE(runUntil([&] { return !overlay.content.keys.empty(); }));

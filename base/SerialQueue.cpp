@@ -102,7 +102,7 @@ private:
     std::condition_variable changed_;
     std::list<Entry> ready_;
     std::map<std::uint64_t, std::list<Entry>::iterator> due_; // the delayed ones in `ready_`: it may be long
-    std::multimap<Clock::time_point, Entry> delayed_; // equal times keep the order in which they came
+    std::multimap<Clock::time_point, Entry> delayed_;         // equal times keep the order in which they came
     std::uint64_t nextId_ = 1;
     bool stopped_ = false;
 };

@@ -12,11 +12,14 @@
 #include <QPainter>
 #include <QSystemTrayIcon>
 
+#include <chrono>
+
 namespace glimmerly {
 
 namespace {
 
 const QString menuPath = "/StatusMenu";
+constexpr std::chrono::milliseconds panelPaintingTime(500);
 
 QImage drawnTitle(const QString& title, QSize pixels) {
     QImage picture(pixels, QImage::Format_ARGB32_Premultiplied);
@@ -32,7 +35,14 @@ QImage drawnTitle(const QString& title, QSize pixels) {
 
 } // namespace
 
-TrayStatusItem::TrayStatusItem() : watch_(bus_, [this](Host host) { hostChanged(host); }) {}
+TrayStatusItem::TrayStatusItem() : watch_(bus_, [this](Host host) { hostChanged(host); }) {
+    drawnBeforePanel_.setSingleShot(true);
+    drawnBeforePanel_.setInterval(panelPaintingTime);
+    drawnBeforePanel_.callOnTimeout([this] {
+        if (embeddedIcon_ && embeddedColor() != drawnColor_)
+            drawEmbedded();
+    });
+}
 
 TrayStatusItem::~TrayStatusItem() = default;
 
@@ -109,9 +119,19 @@ void TrayStatusItem::showEmbedded() {
                                  popUpMenu();
                          });
     }
-    embeddedIcon_->setIcon(tintedTemplate(image_, [this](QIcon::Mode) { return embeddedColor(); }));
+    drawEmbedded();
     embeddedIcon_->setToolTip(description_);
     embeddedIcon_->show();
+}
+
+/// Each time it is drawn, in a colour that is seen on what is there then. A panel that starts may embed the
+/// item first and paint itself afterwards, which nobody tells.
+void TrayStatusItem::drawEmbedded() {
+    embeddedIcon_->setIcon(tintedTemplate(image_, [this](QIcon::Mode) {
+        drawnColor_ = embeddedColor();
+        drawnBeforePanel_.start();
+        return drawnColor_;
+    }));
 }
 
 QColor TrayStatusItem::embeddedColor() const {

@@ -8,6 +8,7 @@
 #include <QIcon>
 #include <QPointer>
 #include <QString>
+#include <QTimer>
 
 #include <memory>
 #include <optional>
@@ -40,6 +41,7 @@ private:
     void update();
     void showOnBus();
     void showEmbedded();
+    void drawEmbedded();
     [[nodiscard]] QColor embeddedColor() const;
 
     QDBusConnection bus_ = QDBusConnection::sessionBus();
@@ -53,6 +55,8 @@ private:
     std::unique_ptr<MenuExporter> exportedMenu_;
     std::unique_ptr<StatusNotifierItem> busItem_;
     std::unique_ptr<QSystemTrayIcon> embeddedIcon_;
+    QColor drawnColor_; // of the embedded picture
+    QTimer drawnBeforePanel_;
 };
 
 } // namespace glimmerly

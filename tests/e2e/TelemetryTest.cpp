@@ -49,8 +49,7 @@ TEST(Telemetry, ARunIsToldFromLaunchToTheLastCopy) {
                             "display_width_points,duration_ms,expected_screen_height_px,"
                             "expected_screen_width_px,point_pixel_scale,requested_height_px,"
                             "requested_width_px)",
-                            "overlay_opened()",
-                            "overlay_dismissed(overlay_active_ms,source)"));
+                            "overlay_opened()", "overlay_dismissed(overlay_active_ms,source)"));
     EXPECT_TRUE(run.session.program.log("Telemetry upload failed").empty());
 }
 

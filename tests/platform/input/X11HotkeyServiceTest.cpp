@@ -277,6 +277,7 @@ TEST_F(X11HotkeyServiceTest, SurvivesTheServer) {
     EXPECT_LT(turns, 100) << "a lost connection must not keep the main loop busy";
     EXPECT_EQ(orphan->registerHotkey(0, 0, ours).status, hotkey_status::serviceUnavailable);
     EXPECT_EQ(orphan->unregisterHotkey(ref), hotkey_status::success);
+    const ScopedEnvironment nowhere("DISPLAY", ":65000"); // a new server may have taken the lost one's number
     EXPECT_FALSE(X11HotkeyService::open());
 }
 

@@ -130,7 +130,7 @@ TEST_F(TrayStatusItemTest, EmbeddedPictureContrastsWithThePanel) {
         other.show();
         other.setMenu(menu);
         other.setTemplateImage(*images.templateImage("MenuIcon"), "Glimmerly");
-        ASSERT_TRUE(embeddedEventually());
+        ASSERT_TRUE(embeddedEventually()) << background << ": " << embeddedAreas(client).size();
         EXPECT_TRUE(eventually([&] {
             const QImage picture = screenImage(embeddedAreas(client).at(0));
             int darkest = 255;

@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 #include "app/ProgramBundle.h"
+#include "capture/service/CaptureFile.h"
 #include "diagnostics/GlimmerlyLog.h"
 #include "platform/desktop/Desktop.h"
 #include "platform/desktop/SingleInstance.h"
@@ -15,7 +16,9 @@ int main(int argc, char** argv) {
         return EXIT_SUCCESS;
 
     GlimmerlyLog::bootstrap();
-    if (!instance)
+    if (instance)
+        removeAbandonedCaptureFiles();
+    else
         GlimmerlyLog::warning(log_category::appLifecycle, "Further starts cannot be noticed", {},
                               instance.error());
     AppDelegate delegate;

@@ -8,4 +8,7 @@ namespace glimmerly {
 /// temporary directory. Makes the directory where it can; where it cannot, writing there will say why.
 [[nodiscard]] std::filesystem::path makeCaptureFileURL();
 
+/// Removes the captures, whole or in part, of a process that was killed. Only for the one instance.
+void removeAbandonedCaptureFiles();
+
 } // namespace glimmerly

@@ -72,6 +72,16 @@ TEST(LifeCycle, LosingTheDisplayIsAnEndLikeAnyOther) {
     EXPECT_EQ(messages(session.program).back(), "applicationWillTerminate");
 }
 
+TEST(LifeCycle, WhatAKilledRunLeftBehindIsGoneAfterTheNextStart) {
+    Session session;
+    ASSERT_TRUE(session.openOverlay());
+    session.program.process().sendSignal(SIGKILL);
+    ASSERT_TRUE(session.program.process().waitForExit(patience));
+    ASSERT_EQ(session.program.captureFiles().size(), 1U);
+    const Glimmerly next(session.desktop);
+    EXPECT_TRUE(next.captureFiles().empty());
+}
+
 TEST(LifeCycle, WithoutADisplayItSaysSo) {
     const ScratchDirectory home;
     auto environment = cleanEnvironment();

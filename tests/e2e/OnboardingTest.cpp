@@ -97,7 +97,7 @@ TEST_F(Onboarding, StaysUntilThePermissionIsGrantedAndContinueChosen) {
     EXPECT_FALSE(windowShows(green));
 
     desktopSays("screenshot=yes\n");
-    ASSERT_TRUE(waitUntil([&] { return windowShows(green); }, std::chrono::seconds(6)));
+    ASSERT_TRUE(waitUntil([&] { return windowShows(green); }));
     EXPECT_TRUE(contentOf(program.preferencesFile()).contains(completed + "false"));
     robot.type({Key::keypadEnter});
     ASSERT_TRUE(waitUntil([&] { return desktop.client().managedWindows().empty(); }));

@@ -9,12 +9,6 @@ namespace {
 /// More than this no answer of a service has; one that does not end must not fill the memory.
 constexpr std::size_t maxAnswer = 32u << 20;
 
-template <typename T>
-void set(CURL* handle, CURLoption option, T value) {
-    // Options are known to this libcurl, so what may fail is copying a text.
-    (void)curl_easy_setopt(handle, option, value);
-}
-
 long remainingMilliseconds(HttpJob::Clock::time_point deadline) {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - HttpJob::Clock::now());
     return std::max(1L, static_cast<long>(left.count())); // 0 would mean for ever
@@ -26,12 +20,13 @@ Error curlError(CURLcode code, std::string_view detail) {
     return {"libcurl", code, detail.empty() ? curl_easy_strerror(code) : std::string(detail)};
 }
 
-CurlTransfer::CurlTransfer(HttpJob job, const Route& route)
+CurlTransfer::CurlTransfer(HttpJob job, const CurlRoute& route)
     : job_(std::move(job)), handle_(curl_easy_init()) {
     if (!handle_)
         return;
     setRequest();
-    setRoute(route);
+    setRoute(handle_.get(), route, "http,https");
+    setOption(handle_.get(), CURLOPT_FOLLOWLOCATION, 0L);
 }
 
 void CurlTransfer::setRequest() {
@@ -42,31 +37,15 @@ void CurlTransfer::setRequest() {
         }
     }
     CURL* curl = handle_.get();
-    set(curl, CURLOPT_URL, job_.request.url.c_str());
-    set(curl, CURLOPT_HTTPHEADER, headers_.get());
-    set(curl, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(job_.request.body.size()));
-    set(curl, CURLOPT_POSTFIELDS, job_.request.body.data());
-    set(curl, CURLOPT_TIMEOUT_MS, remainingMilliseconds(job_.deadline));
-    set(curl, CURLOPT_WRITEFUNCTION, &CurlTransfer::receive);
-    set(curl, CURLOPT_WRITEDATA, this);
-    set(curl, CURLOPT_ERRORBUFFER, errorText_.data());
-    set(curl, CURLOPT_PRIVATE, this);
-}
-
-void CurlTransfer::setRoute(const Route& route) {
-    CURL* curl = handle_.get();
-    set(curl, CURLOPT_PROTOCOLS_STR, "http,https");
-    set(curl, CURLOPT_FOLLOWLOCATION, 0L);
-    set(curl, CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
-    set(curl, CURLOPT_SSL_VERIFYPEER, 1L);
-    set(curl, CURLOPT_SSL_VERIFYHOST, 2L);
-    set(curl, CURLOPT_PROXY, route.proxy.c_str());
-    if (!route.certificateAuthorities.empty())
-        set(curl, CURLOPT_CAINFO, route.certificateAuthorities.c_str());
-    set(curl, CURLOPT_NOSIGNAL, 1L);
-    // A name server that does not answer would otherwise hold up the end of the program for as long as it
-    // likes.
-    set(curl, CURLOPT_QUICK_EXIT, 1L);
+    setOption(curl, CURLOPT_URL, job_.request.url.c_str());
+    setOption(curl, CURLOPT_HTTPHEADER, headers_.get());
+    setOption(curl, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(job_.request.body.size()));
+    setOption(curl, CURLOPT_POSTFIELDS, job_.request.body.data());
+    setOption(curl, CURLOPT_TIMEOUT_MS, remainingMilliseconds(job_.deadline));
+    setOption(curl, CURLOPT_WRITEFUNCTION, &CurlTransfer::receive);
+    setOption(curl, CURLOPT_WRITEDATA, this);
+    setOption(curl, CURLOPT_ERRORBUFFER, errorText_.data());
+    setOption(curl, CURLOPT_PRIVATE, this);
 }
 
 std::size_t CurlTransfer::receive(const char* data, std::size_t size, std::size_t count, void* transfer) {

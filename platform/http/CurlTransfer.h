@@ -2,6 +2,7 @@
 
 #include "platform/HttpClient.h"
 #include "platform/http/CurlHandles.h"
+#include "platform/http/CurlRoute.h"
 
 #include <array>
 #include <chrono>
@@ -20,12 +21,7 @@ struct HttpJob {
 /// One request under way, as an easy handle of libcurl. Stays where it is: libcurl points into it.
 class CurlTransfer {
 public:
-    struct Route {
-        std::string proxy;                  ///< empty: none
-        std::string certificateAuthorities; ///< a PEM file; empty: the system's
-    };
-
-    CurlTransfer(HttpJob job, const Route& route);
+    CurlTransfer(HttpJob job, const CurlRoute& route);
     CurlTransfer(const CurlTransfer&) = delete;
     CurlTransfer& operator=(const CurlTransfer&) = delete;
 
@@ -35,7 +31,6 @@ public:
 
 private:
     void setRequest();
-    void setRoute(const Route& route);
     static std::size_t receive(const char* data, std::size_t size, std::size_t count, void* transfer);
     [[nodiscard]] Result<HttpResponse> result(CURLcode outcome);
 

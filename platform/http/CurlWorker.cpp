@@ -92,7 +92,7 @@ std::optional<CurlWorker::Turn> CurlWorker::nextTurn() {
 }
 
 void CurlWorker::start(HttpJob job, const SystemProxy& systemProxy) {
-    const CurlTransfer::Route route{systemProxy.proxyFor(job.request.url), options_.certificateAuthorities};
+    const CurlRoute route{systemProxy.proxyFor(job.request.url), options_.certificateAuthorities};
     auto transfer = std::make_unique<CurlTransfer>(std::move(job), route);
     CURL* handle = transfer->handle();
     if (handle == nullptr || curl_multi_add_handle(multi_.get(), handle) != CURLM_OK)

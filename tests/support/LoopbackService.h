@@ -70,6 +70,8 @@ public:
     [[nodiscard]] std::string url(const std::string& behaviour, const std::string& host = "127.0.0.1") const {
         return scheme_ + "://" + host + ":" + std::to_string(port) + "/" + behaviour;
     }
+    /// What GET requests ask for lies there.
+    [[nodiscard]] const std::filesystem::path& files() const { return directory_.path(); }
     /// What has arrived: "path", "type", "text" and "json", the body and what a parser made of it.
     [[nodiscard]] std::vector<QJsonObject> requests() const {
         std::vector<QJsonObject> found;

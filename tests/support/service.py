@@ -1,11 +1,14 @@
 """A web service on the loopback interface that behaves as the first part of a request's path says.
 
+A GET request's path goes on with the name of a file beside RECORD, which it is about.
+
 Usage: service.py RECORD [CERTIFICATE KEY]. Prints its port, and adds to the file RECORD a line of JSON for each request:
 its path, its content type and its body, parsed as JSON.
 """
 
 import http.server
 import json
+import os
 import socket
 import ssl
 import sys
@@ -26,6 +29,38 @@ class Handler(http.server.BaseHTTPRequestHandler):
             record.write(json.dumps(entry) + "\n")
         behaviour, *arguments = self.path.split("/")[1].split("-")
         getattr(self, "be_" + behaviour)(*arguments)
+
+    def do_GET(self):
+        behaviour, name = self.path.lstrip("/").split("/", 1)
+        with open(os.path.join(os.path.dirname(sys.argv[1]), os.path.basename(name)), "rb") as file:
+            getattr(self, "get_" + behaviour)(name, file.read())
+
+    def get_file(self, name, content):
+        self.answer(200, content)
+
+    def get_moved(self, name, content):
+        self.answer(302, b"moved", Location=f"/file/{name}")
+
+    def get_insecure(self, name, content):
+        self.answer(302, b"", Location=f"http://{self.headers['Host']}/file/{name}")
+
+    def get_missing(self, name, content):
+        self.answer(404, content)
+
+    def get_cut(self, name, content):
+        self.begin(content)
+        self.hang_up()
+
+    def get_hang(self, name, content):
+        self.begin(content)
+        time.sleep(120)
+
+    def begin(self, content):
+        self.send_response(200)
+        self.send_header("Content-Length", str(len(content)))
+        self.end_headers()
+        self.wfile.write(content[: len(content) // 2])
+        self.wfile.flush()
 
     def answer(self, status, body, **headers):
         self.send_response(status)

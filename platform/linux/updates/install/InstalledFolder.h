@@ -1,0 +1,48 @@
+#pragma once
+
+#include "base/Result.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace glimmerly {
+
+/// Whether a version of the program can put another in its own place.
+enum class Replaceability {
+    replaceable,
+    managedElsewhere, ///< it was not unpacked from an archive of ours: a package manager, or its developer,
+                      ///< has it
+    notWritable,      ///< the user may not write there
+};
+
+/// The folder that a version of the program was unpacked into.
+class InstalledFolder {
+public:
+    /// The program within the folder.
+    static constexpr auto program = "bin/glimmerly";
+    /// What only an archive's folder has: a file with the version as its one line.
+    static constexpr auto versionFile = "share/glimmerly/archive-version";
+
+    /// `executable` is where the program lies.
+    explicit InstalledFolder(const std::filesystem::path& executable);
+    /// That of this process, which must not have been moved since it began.
+    [[nodiscard]] static InstalledFolder ofThisProcess();
+
+    [[nodiscard]] const std::filesystem::path& path() const { return folder_; }
+    /// Beside the folder: where a newer version is made ready, and an older one kept.
+    [[nodiscard]] std::filesystem::path slot() const;
+    [[nodiscard]] Replaceability replaceability() const;
+
+    /// Takes away what an update left beside the folder, unless one is under way: once this version has
+    /// started, the one before it is not needed any more.
+    void removeLeftovers() const;
+
+private:
+    std::filesystem::path folder_;
+};
+
+/// The version in the folder's file; none when there is no such thing.
+[[nodiscard]] std::optional<std::string> archiveVersionIn(const std::filesystem::path& folder);
+
+} // namespace glimmerly

@@ -1,0 +1,118 @@
+#include "platform/linux/updates/install/StagedUpdate.h"
+
+#include "platform/files/Directories.h"
+#include "platform/files/PositionedFile.h"
+#include "platform/linux/updates/archive/UnpackedFolder.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdio>
+
+namespace glimmerly {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+Result<void> exchangeFolders(const fs::path& one, const fs::path& other) {
+    if (::renameat2(AT_FDCWD, one.c_str(), AT_FDCWD, other.c_str(), RENAME_EXCHANGE) != 0)
+        return posixFailure("Exchanging " + one.string() + " and " + other.string());
+    return {};
+}
+
+/// Finds out before anything is fetched; leaves nothing behind.
+Result<void> tryExchange(const fs::path& slot) {
+    const fs::path one = slot / "one";
+    const fs::path other = slot / "other";
+    for (const auto& folder : {one, other}) {
+        if (auto made = makePrivateDirectory(folder); !made)
+            return made;
+    }
+    auto outcome = exchangeFolders(one, other);
+    ::rmdir(one.c_str());
+    ::rmdir(other.c_str());
+    return outcome;
+}
+
+void forceToDisk(const fs::path& directory) {
+    const FileDescriptor opened(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (opened)
+        (void)::fsync(opened.get());
+}
+
+} // namespace
+
+Result<ArrivingArchive> ArrivingArchive::create(const UpdateSlot& slot) {
+    constexpr auto name = "archive";
+    FileDescriptor file(::openat(slot.directory().get(), name,
+                                 O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR));
+    if (!file || ::unlinkat(slot.directory().get(), name, 0) != 0)
+        return posixFailure("Creating the file for the update");
+    return ArrivingArchive(std::move(file));
+}
+
+Result<void> ArrivingArchive::add(std::span<const std::byte> bytes) {
+    auto written = writeAt(file_, bytes, size_);
+    size_ += bytes.size();
+    return written;
+}
+
+Result<StagedUpdate> StagedUpdate::begin(const InstalledFolder& installed) {
+    auto slot = UpdateSlot::claim(installed.slot());
+    if (!slot)
+        return failure(slot.error());
+    if (auto possible = tryExchange(slot->path()); !possible)
+        return failure(possible.error());
+    return StagedUpdate(installed, std::move(*slot));
+}
+
+fs::path StagedUpdate::other() const {
+    return slot_.path() / "version";
+}
+
+Result<void> StagedUpdate::unpack(std::span<const std::byte> archive) {
+    if (::mkdir(other().c_str(), S_IRWXU) != 0)
+        return posixFailure("Making " + other().string());
+    auto folder = UnpackedFolder::open(other());
+    if (!folder)
+        return failure(folder.error());
+    if (auto unpacked = readArchive(archive, *folder); !unpacked)
+        return unpacked;
+    // As whoever unpacks the archive by hand gets it.
+    if (::chmod(other().c_str(), S_IRWXU | S_IRGRP | S_IXGRP | S_IROTH | S_IXOTH) != 0)
+        return posixFailure("Setting the mode of " + other().string());
+    return folder->synchronize();
+}
+
+std::optional<std::string> StagedUpdate::version() const {
+    if (::access((other() / InstalledFolder::program).c_str(), X_OK) != 0)
+        return std::nullopt;
+    return archiveVersionIn(other());
+}
+
+Result<void> StagedUpdate::exchange() const {
+    auto exchanged = exchangeFolders(installed_.path(), other());
+    if (exchanged) {
+        forceToDisk(installed_.path().parent_path());
+        forceToDisk(slot_.path());
+    }
+    return exchanged;
+}
+
+Result<void> StagedUpdate::install() {
+    auto exchanged = exchange();
+    if (exchanged)
+        slot_.keep();
+    return exchanged;
+}
+
+Result<void> StagedUpdate::revert() {
+    auto exchanged = exchange();
+    if (exchanged)
+        slot_.doNotKeep();
+    return exchanged;
+}
+
+} // namespace glimmerly

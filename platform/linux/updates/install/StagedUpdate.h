@@ -1,0 +1,59 @@
+#pragma once
+
+#include "platform/linux/updates/install/InstalledFolder.h"
+#include "platform/linux/updates/install/UpdateSlot.h"
+
+#include <cstdint>
+#include <span>
+
+namespace glimmerly {
+
+/// The archive of an update while it arrives: a file without a name beside the installed folder.
+class ArrivingArchive {
+public:
+    [[nodiscard]] static Result<ArrivingArchive> create(const UpdateSlot& slot);
+
+    [[nodiscard]] Result<void> add(std::span<const std::byte> bytes);
+    [[nodiscard]] std::uint64_t size() const { return size_; }
+    [[nodiscard]] const FileDescriptor& file() const { return file_; }
+
+private:
+    explicit ArrivingArchive(FileDescriptor file) : file_(std::move(file)) {}
+
+    FileDescriptor file_;
+    std::uint64_t size_ = 0;
+};
+
+/// A newer version, made ready beside the installed one and put in its place in one step: whenever the
+/// process is killed, or the machine, the folder holds one version or the other, whole.
+class StagedUpdate {
+public:
+    /// An error when the file system cannot exchange two folders in one step.
+    [[nodiscard]] static Result<StagedUpdate> begin(const InstalledFolder& installed);
+
+    [[nodiscard]] const UpdateSlot& slot() const { return slot_; }
+    /// Unpacks `archive` and forces it to the disk; afterwards there is a version to be installed.
+    [[nodiscard]] Result<void> unpack(std::span<const std::byte> archive);
+    /// The version that was unpacked; none without one or without its program.
+    [[nodiscard]] std::optional<std::string> version() const;
+
+    /// Puts the unpacked version in the place of the installed one, which is kept.
+    [[nodiscard]] Result<void> install();
+    /// Takes that back.
+    [[nodiscard]] Result<void> revert();
+    /// The program at the installed place.
+    [[nodiscard]] std::filesystem::path program() const {
+        return installed_.path() / InstalledFolder::program;
+    }
+
+private:
+    StagedUpdate(InstalledFolder installed, UpdateSlot slot)
+        : installed_(std::move(installed)), slot_(std::move(slot)) {}
+    [[nodiscard]] std::filesystem::path other() const;
+    [[nodiscard]] Result<void> exchange() const;
+
+    InstalledFolder installed_;
+    UpdateSlot slot_;
+};
+
+} // namespace glimmerly

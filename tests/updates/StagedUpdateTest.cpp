@@ -1,0 +1,128 @@
+#include "platform/linux/updates/install/StagedUpdate.h"
+
+#include "platform/linux/updates/archive/UnpackedFolder.h"
+#include "platform/linux/updates/install/MappedFile.h"
+#include "tests/support/ScratchDirectory.h"
+#include "tests/support/UpdateArchive.h"
+
+#include <gtest/gtest.h>
+
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace glimmerly {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Names what lies in the installed folder, so that a mixture of two versions is seen.
+std::string archiveOfVersion(const std::string& version) {
+    return archiveOf({{.path = "G/bin/glimmerly", .content = version, .mode = 0755},
+                      {.path = "G/share/glimmerly/archive-version", .content = version + "\n"}});
+}
+
+std::span<const std::byte> bytesOf(const std::string& text) {
+    return std::as_bytes(std::span(text));
+}
+
+class StagedUpdateTest : public testing::Test {
+protected:
+    StagedUpdateTest() {
+        fs::create_directories(folder);
+        auto unpacked = UnpackedFolder::open(folder);
+        EXPECT_TRUE(unpacked && readArchive(bytesOf(archiveOfVersion("1")), *unpacked));
+    }
+    /// The one version that all of the folder is of; else what was found.
+    [[nodiscard]] std::string installedVersion() const {
+        const auto program = contentOf(folder / "bin/glimmerly");
+        const auto version = archiveVersionIn(folder).value_or("none");
+        return program == version ? version : program + " and " + version;
+    }
+
+    ScratchDirectory scratch;
+    fs::path folder = scratch.path() / "Glimmerly-1";
+    InstalledFolder installed{folder / "bin/glimmerly"};
+};
+
+TEST_F(StagedUpdateTest, PutsTheNewVersionInPlaceAndKeepsTheOldUntilTheNextStart) {
+    const std::string archive = archiveOfVersion("2");
+    {
+        auto staged = StagedUpdate::begin(installed);
+        ASSERT_TRUE(staged) << staged.error().description();
+        EXPECT_FALSE(StagedUpdate::begin(installed)) << "never two at once";
+        auto arriving = ArrivingArchive::create(staged->slot());
+        ASSERT_TRUE(arriving);
+        for (const char& byte : archive)
+            ASSERT_TRUE(arriving->add(std::as_bytes(std::span(&byte, 1))));
+        const auto mapped = MappedFile::of(arriving->file(), arriving->size());
+        ASSERT_TRUE(mapped && staged->unpack(mapped->bytes()));
+        EXPECT_EQ(staged->version(), "2");
+        EXPECT_EQ(installedVersion(), "1");
+        ASSERT_TRUE(staged->install());
+        EXPECT_EQ(installedVersion(), "2");
+        ASSERT_TRUE(staged->revert());
+        EXPECT_EQ(installedVersion(), "1");
+        ASSERT_TRUE(staged->install());
+        EXPECT_EQ(modeOf(folder), 0755u);
+    }
+    EXPECT_EQ(scratch.names().size(), 2u) << "the old version is kept";
+    installed.removeLeftovers();
+    EXPECT_EQ(scratch.names(), std::vector<std::string>{"Glimmerly-1"});
+    EXPECT_EQ(installedVersion(), "2");
+}
+
+TEST_F(StagedUpdateTest, NothingIsLeftOfOneThatIsNotInstalled) {
+    for (const auto& archive : {archiveOfVersion("2"), archiveOfVersion("2").substr(0, 100),
+                                archiveOf({{.path = "G/share/glimmerly/archive-version", .content = "2\n"}}),
+                                archiveOf({{.path = "G/bin/glimmerly", .content = "2", .mode = 0755}})}) {
+        auto staged = StagedUpdate::begin(installed);
+        ASSERT_TRUE(staged);
+        const bool isWhole = staged->unpack(bytesOf(archive)).has_value() && staged->version().has_value();
+        EXPECT_EQ(isWhole, archive == archiveOfVersion("2"));
+    }
+    EXPECT_EQ(scratch.names(), std::vector<std::string>{"Glimmerly-1"});
+    EXPECT_EQ(installedVersion(), "1");
+}
+
+TEST_F(StagedUpdateTest, AKilledProcessLeavesOneWholeVersion) {
+    // The parent looks at the folder while the child exchanges it as fast as it can, then kills it.
+    for (int i = 0; i < 20; ++i) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            auto staged = StagedUpdate::begin(installed);
+            bool isFine = staged && staged->unpack(bytesOf(archiveOfVersion("2")));
+            while (isFine)
+                isFine = staged->install() && staged->revert();
+            ::_exit(1);
+        }
+        for (int look = 0; look < 50 * i; ++look)
+            ASSERT_TRUE(fs::exists(folder / "bin/glimmerly"));
+        ::kill(child, SIGKILL);
+        int status = 0;
+        ASSERT_EQ(::waitpid(child, &status, 0), child);
+        ASSERT_TRUE(WIFSIGNALED(status)) << "the exchange failed";
+        const std::string version = installedVersion();
+        ASSERT_TRUE(version == "1" || version == "2") << version;
+        installed.removeLeftovers();
+        ASSERT_EQ(scratch.names(), std::vector<std::string>{"Glimmerly-1"});
+        ASSERT_EQ(installedVersion(), version);
+    }
+}
+
+TEST_F(StagedUpdateTest, KnowsWhatItMustNotReplace) {
+    EXPECT_EQ(installed.replaceability(), Replaceability::replaceable);
+    fs::remove(folder / InstalledFolder::versionFile);
+    EXPECT_EQ(installed.replaceability(), Replaceability::managedElsewhere);
+    EXPECT_EQ(InstalledFolder::ofThisProcess().replaceability(), Replaceability::managedElsewhere);
+
+    fs::create_directory_symlink("/", installed.slot());
+    EXPECT_FALSE(StagedUpdate::begin(installed)) << "the slot is a link";
+    fs::remove(installed.slot());
+    fs::create_directory(installed.slot());
+    fs::permissions(installed.slot(), fs::perms::all);
+    EXPECT_FALSE(StagedUpdate::begin(installed)) << "the slot is open to others";
+}
+
+} // namespace
+} // namespace glimmerly

@@ -79,7 +79,10 @@ TEST_F(Download, TheNameOfferedSavesBesideTheLastOne) {
     ASSERT_TRUE(isTheSelection(place / "first.png"));
     ASSERT_TRUE(openPanel());
     ASSERT_TRUE(finish(Key::returnKey));
-    ASSERT_TRUE(waitUntil([this] { return namesIn(place).size() == 2; }));
+    const auto isSaved = [this] {
+        return namesIn(place).size() == 2 && !namesIn(place).front().starts_with('.');
+    };
+    ASSERT_TRUE(waitUntil(isSaved));
     const auto name = namesIn(place).front();
     EXPECT_TRUE(name.starts_with("Glimmerly Capture ") && name.ends_with(".png")) << name;
     EXPECT_TRUE(isTheSelection(place / name));

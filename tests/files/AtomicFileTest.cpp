@@ -27,7 +27,7 @@ TEST(AtomicFile, JoinsMoreBuffersThanOneCallTakes) {
     const ScratchDirectory scratch;
     const std::string big(3 << 20, 'x');
     std::vector<Bytes> pieces(3000, bytesOf("ab"));
-    pieces.push_back({});
+    pieces.emplace_back();
     pieces.push_back(bytesOf(big));
     ASSERT_TRUE(writeFileAtomically(scratch.path() / "file", pieces));
     const std::string content = contentOf(scratch.path() / "file");

@@ -36,7 +36,7 @@ TEST(PngDecoder, ReadsEveryKindOfPng) {
             ASSERT_EQ(decoder->size(), size);
             const auto decoded = decoder->decode();
             ASSERT_TRUE(decoded);
-            const Bitmap picture = *decoded;
+            const Bitmap& picture = *decoded;
             const std::uint8_t* expected = reference.data();
             for (int y = 0; y < size.height; ++y) {
                 for (const Bitmap::Pixel pixel : picture.row(y)) {
@@ -94,8 +94,7 @@ TEST(PngDecoder, RefusesSizesBeyondItsBounds) {
         auto changed = file;
         changed[17] = std::byte{widthHigh}; // 65536 pixels each
         changed[21] = std::byte{heightHigh};
-        png_uint_32 sum =
-            static_cast<png_uint_32>(crc32(0, reinterpret_cast<const Bytef*>(&changed[12]), 17));
+        auto sum = static_cast<png_uint_32>(crc32(0, reinterpret_cast<const Bytef*>(&changed[12]), 17));
         for (std::size_t i = 0; i < 4; ++i)
             changed[29 + i] = static_cast<std::byte>(sum >> (24 - 8 * i));
         return PngDecoder::over(changed);

@@ -109,6 +109,7 @@ int main(int argc, char** argv) {
     for (const glimmerly::PixelSize size : {glimmerly::PixelSize{1920, 1080}, largest}) {
         std::cout << fmt::format("{} x {}, {} rounds; a floor is grabbing the screen and putting it back\n",
                                  size.width, size.height, rounds)
-                  << DesktopBench(size).run(rounds).table() << std::endl;
+                  << DesktopBench(size).run(rounds).table() << '\n'
+                  << std::flush;
     }
 }

@@ -20,12 +20,14 @@ namespace {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (getppid() != parent)
         _exit(126);
-    const auto appendTo = [](const std::filesystem::path& file) {
-        return open(file.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
+    const auto redirect = [](int stream, const std::filesystem::path& file, int flags) {
+        const int opened = open(file.c_str(), flags | O_CLOEXEC, 0600);
+        if (opened < 0 || dup2(opened, stream) < 0)
+            _exit(126);
     };
-    dup2(appendTo(options.output), STDOUT_FILENO);
-    dup2(appendTo(options.errors), STDERR_FILENO);
-    dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
+    redirect(STDOUT_FILENO, options.output, O_WRONLY | O_CREAT | O_APPEND);
+    redirect(STDERR_FILENO, options.errors, O_WRONLY | O_CREAT | O_APPEND);
+    redirect(STDIN_FILENO, "/dev/null", O_RDONLY);
     std::vector<std::string> assignments;
     for (const auto& [name, value] : options.environment)
         assignments.push_back(name + "=" + value);

@@ -17,6 +17,7 @@ inline constexpr std::string_view overlayCanvas = "OverlayCanvas";
 inline constexpr std::string_view overlayExport = "OverlayExport";
 inline constexpr std::string_view hotkeySettings = "HotkeySettings";
 inline constexpr std::string_view hotkey = "Hotkey";
+inline constexpr std::string_view hotkeyRecorder = "HotkeyRecorder";
 inline constexpr std::string_view telemetry = "Telemetry";
 inline constexpr std::string_view bugReport = "BugReport";
 

@@ -14,7 +14,7 @@ struct Alert {
     std::vector<std::string> buttons;
 };
 
-/// Messages that must be answered.
+/// What calls for the user's attention.
 class Alerts {
 public:
     virtual ~Alerts() = default;
@@ -22,6 +22,8 @@ public:
     /// Shows `alert` and returns the index of the chosen button once it is dismissed; the main loop goes on
     /// meanwhile.
     virtual int runModal(const Alert& alert) = 0;
+    /// The desktop's alert sound: what was just done is not possible.
+    virtual void beep() = 0;
 };
 
 } // namespace glimmerly

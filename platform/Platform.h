@@ -11,6 +11,7 @@ class HotkeyService;
 class HttpClient;
 class Images;
 class KeyboardLayout;
+class LocalEvents;
 class MainQueue;
 class OverlayWindows;
 class Pasteboard;
@@ -20,6 +21,7 @@ class ScreenCapture;
 class ScreenRecordingAccess;
 class Screens;
 class StatusItem;
+class SymbolicHotKeys;
 class Workspace;
 
 /// Every service of the desktop that the program uses. The process has one, set before the first service is
@@ -42,6 +44,8 @@ struct Platform {
     Images& images;
     HotkeyService& hotkeys;
     KeyboardLayout& keyboardLayout;
+    LocalEvents& localEvents;
+    const SymbolicHotKeys& symbolicHotKeys;
     StatusItem& statusItem;
     HttpClient& http;
 

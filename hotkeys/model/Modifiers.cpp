@@ -1,6 +1,7 @@
 #include "hotkeys/model/Modifiers.h"
 
 #include "platform/HotkeyService.h"
+#include "platform/LocalEvents.h"
 
 #include <string_view>
 
@@ -17,10 +18,10 @@ struct ModifierKey {
 
 /// In the order in which the glyphs are shown.
 constexpr ModifierKey modifierKeys[] = {
-    {Modifiers::control, "\u2303", 1U << 18, hotkey_modifier::control},
-    {Modifiers::option, "\u2325", 1U << 19, hotkey_modifier::option},
-    {Modifiers::shift, "\u21E7", 1U << 17, hotkey_modifier::shift},
-    {Modifiers::command, "\u2318", 1U << 20, hotkey_modifier::command},
+    {Modifiers::control, "\u2303", event_modifier::control, hotkey_modifier::control},
+    {Modifiers::option, "\u2325", event_modifier::option, hotkey_modifier::option},
+    {Modifiers::shift, "\u21E7", event_modifier::shift, hotkey_modifier::shift},
+    {Modifiers::command, "\u2318", event_modifier::command, hotkey_modifier::command},
 };
 
 } // namespace

@@ -11,16 +11,19 @@
 #include "platform/qt/QtAlerts.h"
 #include "platform/qt/QtApplication.h"
 #include "platform/qt/QtImages.h"
+#include "platform/qt/QtLocalEvents.h"
 #include "platform/qt/QtMainQueue.h"
 #include "platform/qt/QtPasteboard.h"
 #include "platform/qt/QtPreferences.h"
 #include "platform/qt/QtSavePanel.h"
+#include "platform/shortcuts/DesktopShortcuts.h"
 #include "platform/tray/TrayStatusItem.h"
 #include "platform/x11/X11HotkeyService.h"
 #include "platform/x11/X11KeyboardLayout.h"
 #include "platform/x11/X11OverlayWindows.h"
 #include "platform/x11/X11ScreenCapture.h"
 #include "platform/x11/X11Screens.h"
+#include "platform/x11/X11WindowManager.h"
 #include "platform/x11/X11Workspace.h"
 
 #include <cstdlib>
@@ -36,14 +39,15 @@ struct Desktop::XServer {
     std::unique_ptr<X11Connection> forScreenCapture;
     std::unique_ptr<X11Connection> forWorkspace;
     std::unique_ptr<X11Connection> forOverlayWindows;
+    std::unique_ptr<X11Connection> forWindowManager;
     std::unique_ptr<X11HotkeyService> hotkeys;
     std::unique_ptr<X11KeyboardLayout> keyboardLayout;
 };
 
 Result<Desktop::XServer> Desktop::XServer::open() {
     XServer server;
-    for (auto* connection :
-         {&server.forScreens, &server.forScreenCapture, &server.forWorkspace, &server.forOverlayWindows}) {
+    for (auto* connection : {&server.forScreens, &server.forScreenCapture, &server.forWorkspace,
+                             &server.forOverlayWindows, &server.forWindowManager}) {
         auto opened = X11Connection::open();
         if (!opened)
             return failure(opened.error());
@@ -67,26 +71,28 @@ struct Desktop::Services {
           screenRecording(bundle.identifier.value_or("")),
           workspace(std::move(server.forWorkspace), bundle.identifier),
           overlayWindows(std::move(server.forOverlayWindows)), hotkeys(std::move(server.hotkeys)),
-          keyboardLayout(std::move(server.keyboardLayout)), signals([&app] { app.terminate(); }),
-          platform{.bundle = bundle,
-                   .notifications = notifications,
-                   .application = app,
-                   .mainQueue = mainQueue,
-                   .preferences = preferences,
-                   .screens = screens,
-                   .screenCapture = screenCapture,
-                   .screenRecording = screenRecording,
-                   .workspace = workspace,
-                   .overlayWindows = overlayWindows,
-                   .pasteboard = pasteboard,
-                   .savePanel = savePanel,
-                   .alerts = alerts,
-                   .appearance = appearance,
-                   .images = images,
-                   .hotkeys = *hotkeys,
-                   .keyboardLayout = *keyboardLayout,
-                   .statusItem = statusItem,
-                   .http = *http} {}
+          keyboardLayout(std::move(server.keyboardLayout)), windowManager(std::move(server.forWindowManager)),
+          signals([&app] { app.terminate(); }), platform{.bundle = bundle,
+                                                         .notifications = notifications,
+                                                         .application = app,
+                                                         .mainQueue = mainQueue,
+                                                         .preferences = preferences,
+                                                         .screens = screens,
+                                                         .screenCapture = screenCapture,
+                                                         .screenRecording = screenRecording,
+                                                         .workspace = workspace,
+                                                         .overlayWindows = overlayWindows,
+                                                         .pasteboard = pasteboard,
+                                                         .savePanel = savePanel,
+                                                         .alerts = alerts,
+                                                         .appearance = appearance,
+                                                         .images = images,
+                                                         .hotkeys = *hotkeys,
+                                                         .keyboardLayout = *keyboardLayout,
+                                                         .localEvents = localEvents,
+                                                         .symbolicHotKeys = symbolicHotKeys,
+                                                         .statusItem = statusItem,
+                                                         .http = *http} {}
 
     NotificationCenter notifications;
     QtMainQueue mainQueue;
@@ -97,6 +103,7 @@ struct Desktop::Services {
     PortalAppearance appearance{QDBusConnection::sessionBus()};
     QtImages images;
     TrayStatusItem statusItem;
+    QtLocalEvents localEvents;
     X11Screens screens;
     X11ScreenCapture screenCapture;
     DesktopScreenRecording screenRecording;
@@ -104,6 +111,11 @@ struct Desktop::Services {
     X11OverlayWindows overlayWindows;
     std::unique_ptr<X11HotkeyService> hotkeys;
     std::unique_ptr<X11KeyboardLayout> keyboardLayout;
+    X11WindowManager windowManager;
+    DesktopShortcuts symbolicHotKeys{*keyboardLayout, [this] {
+                                         return RunningWindowManager{
+                                             windowManager.name(), windowManager.openboxConfigurationFile()};
+                                     }};
     TerminationSignals signals;
     // Never destroyed: services that are not either may call it until the process has ended.
     CurlHttpClient* http = new CurlHttpClient;

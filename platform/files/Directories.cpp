@@ -8,6 +8,7 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <sstream>
 #include <string>
 
 namespace glimmerly {
@@ -84,6 +85,19 @@ std::optional<fs::path> applicationSupportDirectory() {
 
 std::optional<fs::path> configurationDirectory() {
     return userDirectory("XDG_CONFIG_HOME", ".config");
+}
+
+std::vector<fs::path> configurationSearchPath() {
+    std::vector<fs::path> places;
+    if (const auto own = configurationDirectory())
+        places.push_back(*own);
+    const char* set = std::getenv("XDG_CONFIG_DIRS");
+    std::istringstream directories(set != nullptr && *set != '\0' ? set : "/etc/xdg");
+    for (std::string directory; std::getline(directories, directory, ':');) {
+        if (directory.starts_with('/'))
+            places.emplace_back(directory);
+    }
+    return places;
 }
 
 fs::path temporaryDirectoryLocation() {

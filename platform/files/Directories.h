@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <vector>
 
 namespace glimmerly {
 
@@ -14,6 +15,10 @@ namespace glimmerly {
 
 /// `$XDG_CONFIG_HOME`, else `~/.config`; it may not exist yet. None without a home directory.
 [[nodiscard]] std::optional<std::filesystem::path> configurationDirectory();
+
+/// Where the configuration of programs is looked for, the most important place first: the one above, then
+/// those of `$XDG_CONFIG_DIRS`, else `/etc/xdg`.
+[[nodiscard]] std::vector<std::filesystem::path> configurationSearchPath();
 
 /// Where the user's files lie that live for seconds: `$XDG_RUNTIME_DIR/app.glimmerly.Glimmerly`, without that
 /// variable `${TMPDIR:-/tmp}/app.glimmerly.Glimmerly-<uid>`. It may not exist yet.

@@ -6,13 +6,19 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <limits>
 
 namespace glimmerly {
 
-Result<std::string> readFile(const std::filesystem::path& path) {
-    // Opening a pipe that nobody writes to must not wait for a writer.
-    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+namespace {
+
+/// Opening a pipe that nobody writes to must not wait for a writer.
+constexpr int openFlags = O_RDONLY | O_NONBLOCK | O_CLOEXEC;
+
+Result<std::string> readRegular(const FileDescriptor& file, const std::filesystem::path& path,
+                                std::size_t largest) {
     if (!file)
         return posixFailure("Opening " + path.string());
     struct stat info{};
@@ -23,7 +29,8 @@ Result<std::string> readFile(const std::filesystem::path& path) {
 
     std::string content;
     std::size_t length = 0;
-    content.resize(static_cast<std::size_t>(info.st_size) + 1); // the last byte finds the end in one go
+    const auto announced = static_cast<std::size_t>(info.st_size);
+    content.resize(std::min(announced, largest) + 1); // the last byte finds the end in one go
     for (;;) {
         const ssize_t count = ::read(file.get(), content.data() + length, content.size() - length);
         if (count < 0 && errno == EINTR)
@@ -31,6 +38,8 @@ Result<std::string> readFile(const std::filesystem::path& path) {
         if (count < 0)
             return posixFailure("Reading " + path.string());
         length += static_cast<std::size_t>(count);
+        if (length > largest)
+            return failure(Error::posix(EFBIG, "Too large: " + path.string()));
         if (count == 0)
             break;
         if (length == content.size())
@@ -38,6 +47,18 @@ Result<std::string> readFile(const std::filesystem::path& path) {
     }
     content.resize(length);
     return content;
+}
+
+} // namespace
+
+Result<std::string> readFile(const std::filesystem::path& path) {
+    const FileDescriptor file(::open(path.c_str(), openFlags | O_NOFOLLOW));
+    return readRegular(file, path, std::numeric_limits<std::size_t>::max() - 1);
+}
+
+Result<std::string> readForeignFile(const std::filesystem::path& path, std::size_t largest) {
+    const FileDescriptor file(::open(path.c_str(), openFlags));
+    return readRegular(file, path, largest);
 }
 
 } // namespace glimmerly

@@ -2,6 +2,7 @@
 
 #include "base/Result.h"
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
 
@@ -9,5 +10,8 @@ namespace glimmerly {
 
 /// The whole content of the file `path`. A link in its place, or anything but a regular file, is an error.
 [[nodiscard]] Result<std::string> readFile(const std::filesystem::path& path);
+
+/// The same for a file of another program, which may be a link: one of more than `largest` bytes is an error.
+[[nodiscard]] Result<std::string> readForeignFile(const std::filesystem::path& path, std::size_t largest);
 
 } // namespace glimmerly

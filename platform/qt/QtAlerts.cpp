@@ -3,6 +3,7 @@
 #include "platform/qt/QtConversions.h"
 #include "platform/qt/WindowPlacement.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
@@ -79,6 +80,10 @@ int QtAlerts::runModal(const Alert& alert) {
     if (chosen == buttons.end())
         return buttons.empty() ? 0 : static_cast<int>(buttons.size()) - 1;
     return static_cast<int>(chosen - buttons.begin());
+}
+
+void QtAlerts::beep() {
+    QApplication::beep();
 }
 
 } // namespace glimmerly

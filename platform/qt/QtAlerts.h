@@ -9,6 +9,7 @@ class QtAlerts : public Alerts {
 public:
     /// When the program quits meanwhile, the answer is the last button.
     int runModal(const Alert& alert) override;
+    void beep() override;
 };
 
 } // namespace glimmerly

@@ -17,6 +17,8 @@ constexpr double drawnPointSize = 13;
 constexpr double drawnSize = 16;
 const QByteArray drawnStroke = "stroke-width=\"1.25\"";
 
+const QString drawing = "drawing";
+
 QByteArray strokeOf(SymbolWeight weight) {
     switch (weight) {
     case SymbolWeight::regular:
@@ -32,6 +34,12 @@ QByteArray strokeOf(SymbolWeight weight) {
 std::shared_ptr<QSvgRenderer> rendererOf(const QByteArray& svg) {
     auto renderer = std::make_shared<QSvgRenderer>(svg);
     return renderer->isValid() ? renderer : nullptr;
+}
+
+QImage transparent(QSize pixels) {
+    QImage picture(pixels, QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::transparent);
+    return picture;
 }
 
 std::optional<QByteArray> contentOf(const QString& path) {
@@ -74,9 +82,19 @@ QImage SymbolImage::renderedToFit(QSize pixels) const {
     return renderedIn(pixels, size_.scaled(pixels, Qt::KeepAspectRatio));
 }
 
+QImage SymbolImage::renderedDrawing(QSize pixels, const QRectF& area) const {
+    QImage picture = transparent(pixels);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QRectF place(QPointF(),
+                 renderer_->boundsOnElement(drawing).size().scaled(area.size(), Qt::KeepAspectRatio));
+    place.moveCenter(area.center());
+    renderer_->render(&painter, drawing, place);
+    return picture;
+}
+
 QImage SymbolImage::renderedIn(QSize pixels, QSizeF area) const {
-    QImage picture(pixels, QImage::Format_ARGB32_Premultiplied);
-    picture.fill(Qt::transparent);
+    QImage picture = transparent(pixels);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
     const QPointF corner(std::floor((pixels.width() - area.width()) / 2),

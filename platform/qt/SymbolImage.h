@@ -31,6 +31,9 @@ public:
     [[nodiscard]] QImage rendered(QSize pixels, qreal pixelsPerPoint) const;
     /// The same as large as fits.
     [[nodiscard]] QImage renderedToFit(QSize pixels) const;
+    /// A picture of `pixels` with what is drawn in this one, without the margins around it, as large as fits
+    /// in the middle of `area`, in pixels. For SVG whose drawing is the element "drawing".
+    [[nodiscard]] QImage renderedDrawing(QSize pixels, const QRectF& area) const;
 
 private:
     SymbolImage(std::shared_ptr<QSvgRenderer> renderer, QSizeF size)

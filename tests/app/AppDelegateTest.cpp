@@ -8,6 +8,7 @@
 #include "tests/support/FakeHttpClient.h"
 #include "tests/support/FakeImages.h"
 #include "tests/support/FakeKeyboardLayout.h"
+#include "tests/support/FakeLocalEvents.h"
 #include "tests/support/FakeMainQueue.h"
 #include "tests/support/FakeOverlayWindows.h"
 #include "tests/support/FakePasteboard.h"
@@ -17,6 +18,7 @@
 #include "tests/support/FakeScreenRecordingAccess.h"
 #include "tests/support/FakeScreens.h"
 #include "tests/support/FakeStatusItem.h"
+#include "tests/support/FakeSymbolicHotKeys.h"
 #include "tests/support/FakeWorkspace.h"
 #include "tests/support/LogCapture.h"
 
@@ -87,6 +89,8 @@ struct FakePlatform {
     FakeImages images;
     RecordingHotkeyService hotkeys;
     FakeKeyboardLayout keyboardLayout;
+    FakeLocalEvents localEvents;
+    FakeSymbolicHotKeys symbolicHotKeys;
     RecordingStatusItem statusItem;
     FakeHttpClient http;
     Platform platform{.bundle = {.name = "Glimmerly", .serviceBaseURL = "https://service.example"},
@@ -106,6 +110,8 @@ struct FakePlatform {
                       .images = images,
                       .hotkeys = hotkeys,
                       .keyboardLayout = keyboardLayout,
+                      .localEvents = localEvents,
+                      .symbolicHotKeys = symbolicHotKeys,
                       .statusItem = statusItem,
                       .http = http};
 };

@@ -7,7 +7,7 @@
 
 namespace glimmerly {
 
-/// Keeps every alert and answers with `choice` at once.
+/// Keeps every alert, answers with `choice` at once, and counts the sounds.
 class FakeAlerts : public Alerts {
 public:
     int runModal(const Alert& alert) override {
@@ -16,9 +16,11 @@ public:
             onRun();
         return choice;
     }
+    void beep() override { ++beeps; }
 
     std::vector<Alert> shown;
     int choice = 0;
+    int beeps = 0;
     std::function<void()> onRun; ///< while the alert is open
 };
 

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "hotkeys/HotkeyRecorderModel.h"
+
+#include <QWidget>
+
+class QAbstractButton;
+
+namespace glimmerly {
+
+class HotkeyRecorderSegment;
+
+/// A row with the caller's label and the control that shows the hotkey, records another and clears it. As
+/// wide as it is given room. Hiding it, or the window it is in, ends a recording.
+class HotkeyRecorder : public QWidget {
+public:
+    /// Takes `label` as its child.
+    HotkeyRecorder(const HotkeyRecorderServices& services, QWidget* label, QWidget* parent = nullptr);
+    ~HotkeyRecorder() override;
+
+    [[nodiscard]] HotkeyRecorderModel& model() { return model_; }
+    [[nodiscard]] QAbstractButton& leadingSegment();
+    [[nodiscard]] QAbstractButton& trailingSegment();
+
+protected:
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    [[nodiscard]] QWidget* makeControl();
+    void leadingPressed();
+    void trailingPressed();
+    /// Once the change at hand is made.
+    void renderSoon();
+    void render();
+    void presentReservedError();
+
+    HotkeyRecorderServices services_;
+    HotkeyRecorderModel model_;
+    HotkeyRecorderSegment* leading_;
+    HotkeyRecorderSegment* trailing_;
+    enum class Rendering { current, due } rendering_ = Rendering::current;
+    enum class Alerting { off, on } alerting_ = Alerting::off;
+};
+
+} // namespace glimmerly

@@ -1,0 +1,151 @@
+#include "platform/qt/QtLocalEvents.h"
+
+#include "platform/VirtualKeyCodes.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+
+#include <array>
+#include <chrono>
+
+namespace glimmerly {
+
+namespace {
+
+constexpr std::chrono::minutes idleLimit{1};
+
+bool isModifierKey(int key) {
+    switch (key) {
+    case Qt::Key_Shift:
+    case Qt::Key_Control:
+    case Qt::Key_Meta:
+    case Qt::Key_Alt:
+    case Qt::Key_AltGr:
+    case Qt::Key_Super_L:
+    case Qt::Key_Super_R:
+    case Qt::Key_Hyper_L:
+    case Qt::Key_Hyper_R:
+    case Qt::Key_CapsLock:
+    case Qt::Key_Mode_switch:
+        return true;
+    default:
+        return false;
+    }
+}
+
+struct ModifierFlag {
+    Qt::KeyboardModifier modifier;
+    std::uint64_t flag;
+};
+constexpr std::array modifierFlags{
+    ModifierFlag{Qt::ControlModifier, event_modifier::control},
+    ModifierFlag{Qt::AltModifier, event_modifier::option},
+    ModifierFlag{Qt::ShiftModifier, event_modifier::shift},
+    ModifierFlag{Qt::MetaModifier, event_modifier::command},
+};
+
+KeyDownEvent keyDownOf(const QKeyEvent& press) {
+    KeyDownEvent event;
+    // Layouts can put Escape elsewhere, and it is by its meaning that it ends things.
+    if (press.key() == Qt::Key_Escape)
+        event.keyCode = virtual_key::escape;
+    else
+        event.keyCode = virtualKeyCodeFromNativeScanCode(press.nativeScanCode());
+    for (const auto& [modifier, flag] : modifierFlags) {
+        if (press.modifiers() & modifier)
+            event.modifierFlags |= flag;
+    }
+    return event;
+}
+
+} // namespace
+
+QtLocalEvents::QtLocalEvents() {
+    idle_.setSingleShot(true);
+    idle_.setInterval(idleLimit);
+    connect(&idle_, &QTimer::timeout, this, [this] { holdKeyboard(nullptr); });
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this](QWindow* window) {
+        if (!monitors_.empty())
+            holdKeyboard(window);
+    });
+}
+
+LocalEvents::Monitor QtLocalEvents::addLocalMonitorForEvents(EventTypeMask mask, Handler handler) {
+    QCoreApplication::instance()->installEventFilter(this);
+    monitors_.emplace(++lastMonitor_, Installed{mask, std::move(handler)});
+    holdKeyboard(QGuiApplication::focusWindow());
+    return lastMonitor_;
+}
+
+void QtLocalEvents::removeMonitor(Monitor monitor) {
+    monitors_.erase(monitor);
+    if (monitors_.empty())
+        holdKeyboard(nullptr);
+}
+
+bool QtLocalEvents::eventFilter(QObject* receiver, QEvent* event) {
+    // An event comes by once for the window and then for each widget it is offered to.
+    return receiver->isWindowType() && isKept(*event);
+}
+
+bool QtLocalEvents::isKept(QEvent& event) {
+    switch (event.type()) {
+    case QEvent::ShortcutOverride: {
+        const auto& press = static_cast<const QKeyEvent&>(event);
+        if (monitors_.empty() && !isRepeatOfKept(press))
+            return false;
+        event.accept(); // no shortcut then acts on the press that follows
+        return true;
+    }
+    case QEvent::KeyPress:
+        return isKeptPress(static_cast<const QKeyEvent&>(event));
+    case QEvent::KeyRelease: {
+        const auto& release = static_cast<const QKeyEvent&>(event);
+        if (!release.isAutoRepeat() && release.nativeScanCode() == keptKey_)
+            keptKey_.reset();
+        return false;
+    }
+    default:
+        return false;
+    }
+}
+
+bool QtLocalEvents::isKeptPress(const QKeyEvent& press) {
+    if (isModifierKey(press.key()))
+        return false;
+    if (monitors_.empty())
+        return isRepeatOfKept(press);
+    holdKeyboard(QGuiApplication::focusWindow());
+    if (!monitorsKeep(keyDownOf(press)))
+        return false;
+    keptKey_ = press.nativeScanCode();
+    return true;
+}
+
+bool QtLocalEvents::isRepeatOfKept(const QKeyEvent& press) const {
+    return press.isAutoRepeat() && press.nativeScanCode() == keptKey_;
+}
+
+bool QtLocalEvents::monitorsKeep(const KeyDownEvent& event) const {
+    std::optional<KeyDownEvent> passing = event;
+    const auto monitors = monitors_; // a handler may remove any of them
+    for (const auto& [id, monitor] : monitors) {
+        if (passing && (monitor.mask & keyDownMask) != 0 && monitors_.contains(id))
+            passing = monitor.handler(*passing);
+    }
+    return !passing;
+}
+
+void QtLocalEvents::holdKeyboard(QWindow* window) {
+    if (window)
+        idle_.start();
+    else
+        idle_.stop();
+    if (holder_ == window)
+        return;
+    if (holder_)
+        holder_->setKeyboardGrabEnabled(false);
+    holder_ = window && window->setKeyboardGrabEnabled(true) ? window : nullptr;
+}
+
+} // namespace glimmerly

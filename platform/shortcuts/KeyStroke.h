@@ -1,0 +1,43 @@
+#pragma once
+
+#include <xkbcommon/xkbcommon.h>
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace glimmerly {
+
+class KeyboardLayout;
+
+/// A key with modifiers as the settings of a desktop name it.
+struct KeyStroke {
+    xkb_keysym_t symbol = XKB_KEY_NoSymbol;
+    std::uint32_t keycode = 0; ///< X keycode of a key that is named by it and not by its symbol
+    std::uint32_t carbonFlags = 0;
+
+    bool operator==(const KeyStroke&) const = default;
+};
+
+/// One of the desktop's shortcuts; a user can switch them off.
+struct DesktopShortcut {
+    KeyStroke keys;
+    bool isEnabled = true;
+
+    bool operator==(const DesktopShortcut&) const = default;
+};
+
+/// The key with the symbol's name `name` ("Print", "l"), or its number ("0x43"), with these modifiers; none
+/// for a name that is not known.
+[[nodiscard]] std::optional<KeyStroke> keyStrokeNamed(std::string_view name, std::uint32_t carbonFlags);
+
+/// A shortcut as GTK writes it: "<Primary><Alt>Delete". None when it is not one, or when it has modifiers
+/// that no hotkey has.
+[[nodiscard]] std::optional<KeyStroke> parseGtkAccelerator(std::string_view text);
+
+/// The virtual key codes of the keys that have the symbol on `layout`; empty for none.
+[[nodiscard]] std::vector<std::int64_t> virtualKeyCodesOf(const KeyStroke& keys,
+                                                          const KeyboardLayout& layout);
+
+} // namespace glimmerly

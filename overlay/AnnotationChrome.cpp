@@ -1,9 +1,14 @@
 #include "overlay/AnnotationChrome.h"
 
+#include "overlay/AnnotationTiles.h"
 #include "overlay/QtColor.h"
 #include "overlay/model/AnnotationStyle.h"
 
 #include <QPainter>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
 
 namespace glimmerly {
 
@@ -28,46 +33,77 @@ static_assert(annotationChromeReach >= annotationStyle.handleRadius + style.hand
 static_assert(annotationChromeReach >= style.outlineGap + style.outlineWidth / 2);
 static_assert(annotationChromeReach >= style.haloWidth / 2);
 
-void drawHandle(QPainter& painter, QPointF centre, const PixelMapping& mapping) {
-    const double radius = annotationStyle.handleRadius * mapping.scale;
-    painter.setPen(QPen(toQColor(style.handleBorder), style.handleBorderWidth * mapping.scale));
-    painter.setBrush(toQColor(style.handleFill));
-    painter.drawEllipse(centre, radius, radius);
+void drawHandle(const PixelSurface& surface, QPointF centre, double scale) {
+    const double reach = annotationStyle.handleRadius * scale + 1; // with its line
+    if (!surface.shows(QRectF(centre, centre).adjusted(-reach, -reach, reach, reach).toAlignedRect()))
+        return;
+    const double radius = annotationStyle.handleRadius * scale;
+    surface.painter().setPen(QPen(toQColor(style.handleBorder), style.handleBorderWidth * scale));
+    surface.painter().setBrush(toQColor(style.handleFill));
+    surface.painter().drawEllipse(centre, radius, radius);
 }
 
-void drawChrome(QPainter& painter, const RectangleShape& rectangle, const PixelMapping& mapping) {
+/// The part from `from` to `to`, in pixels along it, of the side that begins at `corner`.
+void drawDash(const PixelSurface& surface, QPointF corner, QPointF direction, double from, double to,
+              double width) {
+    const QPointF across(std::abs(direction.y()) * width / 2, std::abs(direction.x()) * width / 2);
+    const QRectF line = QRectF(corner + direction * from, corner + direction * to).normalized();
+    const QRectF dash(line.topLeft() - across, line.bottomRight() + across);
+    if (surface.shows(dash.toAlignedRect()))
+        surface.painter().fillRect(dash, toQColor(style.outline));
+}
+
+/// Dashes around `rect`, in pixels, from its top left corner on clockwise. One by one, as Qt makes a shape of
+/// all of them at once, also of those that are not to be seen.
+void drawDashes(const PixelSurface& surface, const QRectF& rect, double scale) {
+    const double width = style.outlineWidth * scale;
+    const double period = (style.dash + style.dashGap) * scale;
+    const std::array corners{rect.topLeft(), rect.topRight(), rect.bottomRight(), rect.bottomLeft()};
+    constexpr std::array directions{QPointF(1, 0), QPointF(0, 1), QPointF(-1, 0), QPointF(0, -1)};
+    double passed = 0; // of the whole way round
+    for (std::size_t side = 0; side < corners.size(); ++side) {
+        const double length = side % 2 == 0 ? rect.width() : rect.height();
+        for (double start = std::floor(passed / period) * period - passed; start < length; start += period) {
+            // A dash bends around a corner, whose square belongs to the side before it.
+            const double end = start + style.dash * scale;
+            const double from = start < 0 ? width / 2 : start;
+            const double to = end > length ? length + width / 2 : end;
+            if (to > from)
+                drawDash(surface, corners[side], directions[side], from, to, width);
+        }
+        passed += length;
+    }
+}
+
+void drawChrome(const PixelSurface& surface, const RectangleShape& rectangle, const PixelMapping& mapping) {
     const Rect rect = rectangle.rect.standardized();
-    QPen dashes(toQColor(style.outline), style.outlineWidth * mapping.scale);
-    dashes.setCapStyle(Qt::FlatCap);
-    dashes.setJoinStyle(Qt::MiterJoin);
-    dashes.setDashPattern({style.dash / style.outlineWidth, style.dashGap / style.outlineWidth}); // in widths
-    painter.setPen(dashes);
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRect(mapping(rect.insetBy(-style.outlineGap)));
+    drawDashes(surface, mapping(rect.insetBy(-style.outlineGap)), mapping.scale);
     for (const SelectionHandle handle : allSelectionHandles)
-        drawHandle(painter, mapping(handlePoint(handle, rect)), mapping);
+        drawHandle(surface, mapping(handlePoint(handle, rect)), mapping.scale);
 }
 
-void drawChrome(QPainter& painter, const ArrowShape& arrow, const PixelMapping& mapping) {
-    painter.setPen(QPen(toQColor(style.halo), style.haloWidth * mapping.scale, Qt::SolidLine, Qt::RoundCap));
-    painter.drawLine(mapping(arrow.start), mapping(arrow.end));
-    drawHandle(painter, mapping(arrow.start), mapping);
-    drawHandle(painter, mapping(arrow.end), mapping);
+void drawChrome(const PixelSurface& surface, const ArrowShape& arrow, const PixelMapping& mapping) {
+    surface.painter().setPen(
+        QPen(toQColor(style.halo), style.haloWidth * mapping.scale, Qt::SolidLine, Qt::RoundCap));
+    surface.painter().drawLine(mapping(arrow.start), mapping(arrow.end));
+    drawHandle(surface, mapping(arrow.start), mapping.scale);
+    drawHandle(surface, mapping(arrow.end), mapping.scale);
 }
 
-void drawChrome(QPainter&, const TextLabel&, const PixelMapping&) {}
+void drawChrome(const PixelSurface&, const TextLabel&, const PixelMapping&) {}
 
 } // namespace
 
-void drawSelectedAnnotationChrome(QPainter& painter, const AnnotationScene& scene,
+void drawSelectedAnnotationChrome(const PixelSurface& surface, const AnnotationScene& scene,
                                   const PixelMapping& mapping) {
     const OverlayAnnotation* selected = selectedAnnotation(scene);
-    if (!selected)
+    const auto isShown = [&](const QRect& tile) { return surface.shows(tile); };
+    if (!selected || !std::ranges::any_of(chromeTiles(*selected, mapping), isShown))
         return;
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    std::visit([&](const auto& shape) { drawChrome(painter, shape, mapping); }, selected->kind);
-    painter.restore();
+    surface.painter().save();
+    surface.painter().setRenderHint(QPainter::Antialiasing);
+    std::visit([&](const auto& shape) { drawChrome(surface, shape, mapping); }, selected->kind);
+    surface.painter().restore();
 }
 
 } // namespace glimmerly

@@ -25,28 +25,47 @@ QRectF crisp(const QRectF& rect, double width) {
             QPointF(centred(rect.right()), centred(rect.bottom()))};
 }
 
-void stroke(QPainter& painter, const RectangleShape& rectangle, const PixelMapping& mapping) {
-    painter.drawRect(crisp(mapping(rectangle.rect), annotationLineWidth(mapping)));
+bool isWhole(double pixels) {
+    constexpr double tolerance = 1e-3; // far less than what an eighth of a shade needs
+    return std::abs(pixels - std::round(pixels)) < tolerance;
 }
 
-void stroke(QPainter& painter, const ArrowShape& arrow, const PixelMapping& mapping) {
+void stroke(const PixelSurface& surface, const RectangleShape& rectangle, const PixelMapping& mapping,
+            const Color& color) {
+    const double width = annotationLineWidth(mapping);
+    const QRectF line = crisp(mapping(rectangle.rect).normalized(), width);
+    const QRectF outer = line.adjusted(-width / 2, -width / 2, width / 2, width / 2);
+    const bool isOnPixels = isWhole(width) && isWhole(outer.left()) && isWhole(outer.top()) &&
+                            isWhole(outer.right()) && isWhole(outer.bottom());
+    if (!isOnPixels) {
+        surface.painter().drawRect(line);
+        return;
+    }
+    const QRect outside = outer.toRect(); // the same pixels, many times faster
+    const int thickness = static_cast<int>(std::lround(width));
+    for (const QRect& side :
+         QRegion(outside) - outside.adjusted(thickness, thickness, -thickness, -thickness))
+        surface.fill(side, color);
+}
+
+void stroke(const PixelSurface& surface, const ArrowShape& arrow, const PixelMapping& mapping, const Color&) {
     const QPointF start = mapping(arrow.start);
     const QPointF end = mapping(arrow.end);
     const auto head = arrowHead({start.x(), start.y()}, {end.x(), end.y()}, annotationHeadLength(mapping));
     if (!head)
         return;
-    painter.drawLine(start, end);
+    surface.painter().drawLine(start, end);
     QPainterPath strokes({head->left.x, head->left.y});
     strokes.lineTo(end);
     strokes.lineTo(head->right.x, head->right.y);
-    painter.drawPath(strokes);
+    surface.painter().drawPath(strokes);
 }
 
-void stroke(QPainter&, const TextLabel&, const PixelMapping&) {} // drawn by its view
+void stroke(const PixelSurface&, const TextLabel&, const PixelMapping&, const Color&) {} // drawn by its view
 
-bool isTouched(const OverlayAnnotation& annotation, const PixelMapping& mapping, const QRect& area) {
+bool isShown(const PixelSurface& surface, const OverlayAnnotation& annotation, const PixelMapping& mapping) {
     return std::ranges::any_of(shapeTiles(annotation, mapping),
-                               [&](const QRect& tile) { return tile.intersects(area); });
+                               [&](const QRect& tile) { return surface.shows(tile); });
 }
 
 } // namespace
@@ -61,28 +80,30 @@ double annotationHeadLength(const PixelMapping& mapping) {
     return std::max(annotationStyle.arrowheadLength * mapping.scale, leastLength);
 }
 
-void drawShape(QPainter& painter, const OverlayAnnotation& annotation, const PixelMapping& mapping,
+void drawShape(const PixelSurface& surface, const OverlayAnnotation& annotation, const PixelMapping& mapping,
                double opacity) {
+    if (!isShown(surface, annotation, mapping))
+        return;
     const bool isArrow = std::holds_alternative<ArrowShape>(annotation.kind);
+    const Color color = annotation.color.withAlpha(opacity);
+    QPainter& painter = surface.painter();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(toQColor(annotation.color.withAlpha(opacity)), annotationLineWidth(mapping),
-                        Qt::SolidLine, Qt::RoundCap, isArrow ? Qt::RoundJoin : Qt::MiterJoin));
-    std::visit([&](const auto& shape) { stroke(painter, shape, mapping); }, annotation.kind);
+    painter.setPen(QPen(toQColor(color), annotationLineWidth(mapping), Qt::SolidLine, Qt::RoundCap,
+                        isArrow ? Qt::RoundJoin : Qt::MiterJoin));
+    std::visit([&](const auto& shape) { stroke(surface, shape, mapping, color); }, annotation.kind);
 }
 
-void drawAnnotations(QPainter& painter, const AnnotationScene& scene, const PixelMapping& mapping,
-                     const QRect& clip, const QRegion& exposed) {
-    painter.save();
-    painter.setClipRect(clip, Qt::IntersectClip);
-    const QRect area = exposed.boundingRect().intersected(clip);
-    for (const auto& annotation : scene.annotations) {
-        if (isTouched(annotation, mapping, area))
-            drawShape(painter, annotation, mapping, annotationStyle.committedOpacity);
-    }
+void drawAnnotations(const PixelSurface& surface, const AnnotationScene& scene, const PixelMapping& mapping,
+                     const QRect& clip) {
+    const PixelSurface inside(surface.painter(), surface.exposed().intersected(clip));
+    surface.painter().save();
+    surface.painter().setClipRect(clip, Qt::IntersectClip);
+    for (const auto& annotation : scene.annotations)
+        drawShape(inside, annotation, mapping, annotationStyle.committedOpacity);
     if (scene.draft)
-        drawShape(painter, *scene.draft, mapping, annotationStyle.draftOpacity);
-    painter.restore();
+        drawShape(inside, *scene.draft, mapping, annotationStyle.draftOpacity);
+    surface.painter().restore();
 }
 
 } // namespace glimmerly

@@ -1,16 +1,14 @@
 #pragma once
 
+#include "overlay/PixelSurface.h"
 #include "overlay/model/OverlayAnnotation.h"
 
 #include <QPointF>
 #include <QRectF>
-#include <QRegion>
 
 #include <algorithm>
 #include <optional>
 #include <vector>
-
-class QPainter;
 
 namespace glimmerly {
 
@@ -48,13 +46,13 @@ struct AnnotationScene {
 /// The length of an arrowhead's strokes in pixels.
 [[nodiscard]] double annotationHeadLength(const PixelMapping& mapping);
 
-/// Draws a rectangle or an arrow with a painter whose unit is a pixel; texts are left out. `opacity` takes
+/// Draws a rectangle or an arrow; texts are left out. `opacity` takes
 /// the place of the colour's own. The screen and the exported picture are both drawn by this.
-void drawShape(QPainter& painter, const OverlayAnnotation& annotation, const PixelMapping& mapping,
+void drawShape(const PixelSurface& surface, const OverlayAnnotation& annotation, const PixelMapping& mapping,
                double opacity);
 
-/// Draws all shapes and the draft inside `clip`, as far as they touch `exposed`; both in pixels.
-void drawAnnotations(QPainter& painter, const AnnotationScene& scene, const PixelMapping& mapping,
-                     const QRect& clip, const QRegion& exposed);
+/// Draws all shapes and the draft inside `clip`, in pixels.
+void drawAnnotations(const PixelSurface& surface, const AnnotationScene& scene, const PixelMapping& mapping,
+                     const QRect& clip);
 
 } // namespace glimmerly

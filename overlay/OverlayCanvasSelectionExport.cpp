@@ -64,7 +64,7 @@ Bitmap renderAnnotationsIntoCrop(const Bitmap& crop, const SelectionExport& sour
     QPainter painter(&canvas);
     for (const auto& annotation : source.annotations) {
         if (!std::holds_alternative<TextLabel>(annotation.kind))
-            drawShape(painter, annotation, mapping, annotation.color.alpha);
+            drawShape({painter, canvas.rect()}, annotation, mapping, annotation.color.alpha);
         else if (source.drawText)
             source.drawText(painter, annotation, mapping);
     }

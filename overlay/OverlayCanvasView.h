@@ -132,8 +132,8 @@ private:
 
     // Drawing
     void updateScene();
-    void drawBackground(QPainter& painter) const;
-    void drawScene(QPainter& painter, const QRegion& exposed) const;
+    void drawBackground(const PixelSurface& surface) const;
+    void drawScene(const PixelSurface& surface) const;
     void drawText(QPainter& painter, const OverlayAnnotation& annotation, const PixelMapping& mapping) const;
     [[nodiscard]] QRect widgetRect(const Rect& frame) const;
 

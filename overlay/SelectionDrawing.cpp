@@ -1,33 +1,31 @@
 #include "overlay/SelectionDrawing.h"
 
 #include "overlay/CanvasCoordinates.h"
-#include "overlay/QtColor.h"
 #include "overlay/model/SelectionStyle.h"
-
-#include <QPainter>
 
 namespace glimmerly {
 
-void dimOutsideSelection(QPainter& painter, const SelectionFigure& figure) {
+void dimOutsideSelection(const PixelSurface& surface, const SelectionFigure& figure) {
     for (const PixelRect& band : figure.dimBands)
-        painter.fillRect(toQRect(band), toQColor(selectionStyle.dimming));
+        surface.fill(toQRect(band), selectionStyle.dimming);
 }
 
-void drawSelectionFrame(QPainter& painter, const SelectionFigure& figure) {
+void drawSelectionFrame(const PixelSurface& surface, const SelectionFigure& figure) {
     for (const PixelRect& band : frameBands(figure))
-        painter.fillRect(toQRect(band), toQColor(selectionStyle.frame));
+        surface.fill(toQRect(band), selectionStyle.frame);
 }
 
-void drawSelectionHandles(QPainter& painter, const SelectionFigure& figure) {
+void drawSelectionHandles(const PixelSurface& surface, const SelectionFigure& figure) {
     const int line = figure.handleOutlineWidth;
     for (const PixelRect& handle : figure.handles) {
         const QRect square = toQRect(handle);
+        if (!surface.shows(square))
+            continue;
         const QRect inside = square.adjusted(line, line, -line, -line);
         const int overFill = line / 2; // the line runs along the fill's edge, half over it
-        painter.fillRect(inside.adjusted(-overFill, -overFill, overFill, overFill),
-                         toQColor(selectionStyle.handleFill));
+        surface.fill(inside.adjusted(-overFill, -overFill, overFill, overFill), selectionStyle.handleFill);
         for (const QRect& side : QRegion(square) - inside)
-            painter.fillRect(side, toQColor(selectionStyle.handleOutline));
+            surface.fill(side, selectionStyle.handleOutline);
     }
 }
 

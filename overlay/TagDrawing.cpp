@@ -45,7 +45,10 @@ void drawText(QPainter& painter, const Tag& tag, double scale) {
 
 } // namespace
 
-void drawTag(QPainter& painter, const Tag& tag, double scale) {
+void drawTag(const PixelSurface& surface, const Tag& tag, double scale) {
+    if (!surface.shows(toQRect(tag.pill)))
+        return;
+    QPainter& painter = surface.painter();
     painter.save();
     drawPill(painter, tag.pill, scale);
     drawText(painter, tag, scale);

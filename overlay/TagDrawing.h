@@ -1,12 +1,11 @@
 #pragma once
 
+#include "overlay/PixelSurface.h"
 #include "overlay/SelectionScene.h"
-
-class QPainter;
 
 namespace glimmerly {
 
-/// Draws `tag` with a painter whose unit is a pixel; a point is `scale` of them.
-void drawTag(QPainter& painter, const Tag& tag, double scale);
+/// Draws `tag`; a point is `scale` pixels.
+void drawTag(const PixelSurface& surface, const Tag& tag, double scale);
 
 } // namespace glimmerly

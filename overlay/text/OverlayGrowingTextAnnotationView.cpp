@@ -100,6 +100,7 @@ void OverlayGrowingTextAnnotationView::setAnnotationColor(const QColor& color) {
 }
 
 void OverlayGrowingTextAnnotationView::setVisiblePart(std::optional<Rect> part) {
+    const bool isOther = visiblePart_ != part;
     visiblePart_ = part;
     setVisible(part.has_value());
     if (!part)
@@ -107,7 +108,8 @@ void OverlayGrowingTextAnnotationView::setVisiblePart(std::optional<Rect> part) 
     const QRectF own(part->minX() - frameInCanvas_.minX(), frameInCanvas_.maxY() - part->maxY(), part->width,
                      part->height);
     textView_->setPaintClip(own.translated(-textView_->x(), -textView_->y()));
-    update();
+    if (isOther) // or every text would be painted for each step of the selection
+        update();
 }
 
 void OverlayGrowingTextAnnotationView::paintEvent(QPaintEvent*) {

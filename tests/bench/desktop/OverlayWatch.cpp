@@ -1,10 +1,9 @@
 #include "tests/bench/desktop/OverlayWatch.h"
 
+#include "tests/bench/desktop/DamageExtension.h"
 #include "tests/support/desktop/WaitUntil.h"
 
 #include <xcb/damage.h>
-
-#include <stdexcept>
 
 namespace glimmerly::bench {
 
@@ -15,13 +14,8 @@ constexpr double enough = 0.9;
 } // namespace
 
 OverlayWatch::OverlayWatch(const XClient& client)
-    : client_(client), screenArea_(double(client.size().width) * client.size().height) {
-    const auto* extension = xcb_get_extension_data(client.get(), &xcb_damage_id);
-    if (extension == nullptr || extension->present == 0)
-        throw std::runtime_error("the X server does not report what is painted");
-    damageEvent_ = extension->first_event;
-    const Reply<xcb_damage_query_version_reply_t> version(
-        xcb_damage_query_version_reply(client.get(), xcb_damage_query_version(client.get(), 1, 1), nullptr));
+    : client_(client), damageEvent_(damageEventOf(client)),
+      screenArea_(double(client.size().width) * client.size().height) {
     const std::uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
     xcb_change_window_attributes(client.get(), client.root(), XCB_CW_EVENT_MASK, &mask);
     client.sync();

@@ -38,7 +38,7 @@ private:
     void watchPainting(xcb_window_t window);
 
     const XClient& client_;
-    std::uint8_t damageEvent_ = 0;
+    std::uint8_t damageEvent_;
     double screenArea_;
     std::map<xcb_window_t, Window> windows_;
 };

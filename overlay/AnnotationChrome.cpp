@@ -5,6 +5,7 @@
 #include "overlay/model/AnnotationStyle.h"
 
 #include <QPainter>
+#include <QPainterPathStroker>
 
 #include <algorithm>
 #include <array>
@@ -82,10 +83,23 @@ void drawChrome(const PixelSurface& surface, const RectangleShape& rectangle, co
         drawHandle(surface, mapping(handlePoint(handle, rect)), mapping.scale);
 }
 
+QPainterPath outlineOf(const QPainterPath& line, double width) {
+    QPainterPathStroker stroker;
+    stroker.setCapStyle(Qt::RoundCap);
+    stroker.setJoinStyle(Qt::RoundJoin);
+    stroker.setWidth(width);
+    return stroker.createStroke(line);
+}
+
 void drawChrome(const PixelSurface& surface, const ArrowShape& arrow, const PixelMapping& mapping) {
-    surface.painter().setPen(
-        QPen(toQColor(style.halo), style.haloWidth * mapping.scale, Qt::SolidLine, Qt::RoundCap));
-    surface.painter().drawLine(mapping(arrow.start), mapping(arrow.end));
+    QPainterPath shaft(mapping(arrow.start));
+    shaft.lineTo(mapping(arrow.end));
+    QPainterPath lines = shaft;
+    lines.addPath(arrowHeadStrokes(arrow, mapping));
+    // Beside the arrow and not over it, which would take its colour away.
+    const QPainterPath halo = outlineOf(shaft, style.haloWidth * mapping.scale)
+                                  .subtracted(outlineOf(lines, annotationLineWidth(mapping)));
+    surface.painter().fillPath(halo, toQColor(style.halo));
     drawHandle(surface, mapping(arrow.start), mapping.scale);
     drawHandle(surface, mapping(arrow.end), mapping.scale);
 }

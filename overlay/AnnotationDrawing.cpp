@@ -6,7 +6,6 @@
 #include "overlay/model/ArrowGeometry.h"
 
 #include <QPainter>
-#include <QPainterPath>
 
 #include <algorithm>
 #include <cmath>
@@ -49,16 +48,11 @@ void stroke(const PixelSurface& surface, const RectangleShape& rectangle, const 
 }
 
 void stroke(const PixelSurface& surface, const ArrowShape& arrow, const PixelMapping& mapping, const Color&) {
-    const QPointF start = mapping(arrow.start);
-    const QPointF end = mapping(arrow.end);
-    const auto head = arrowHead({start.x(), start.y()}, {end.x(), end.y()}, annotationHeadLength(mapping));
-    if (!head)
+    const QPainterPath head = arrowHeadStrokes(arrow, mapping);
+    if (head.isEmpty())
         return;
-    surface.painter().drawLine(start, end);
-    QPainterPath strokes({head->left.x, head->left.y});
-    strokes.lineTo(end);
-    strokes.lineTo(head->right.x, head->right.y);
-    surface.painter().drawPath(strokes);
+    surface.painter().drawLine(mapping(arrow.start), mapping(arrow.end));
+    surface.painter().drawPath(head);
 }
 
 void stroke(const PixelSurface&, const TextLabel&, const PixelMapping&, const Color&) {} // drawn by its view
@@ -78,6 +72,18 @@ double annotationLineWidth(const PixelMapping& mapping) {
 double annotationHeadLength(const PixelMapping& mapping) {
     constexpr double leastLength = 6;
     return std::max(annotationStyle.arrowheadLength * mapping.scale, leastLength);
+}
+
+QPainterPath arrowHeadStrokes(const ArrowShape& arrow, const PixelMapping& mapping) {
+    const QPointF start = mapping(arrow.start);
+    const QPointF end = mapping(arrow.end);
+    const auto head = arrowHead({start.x(), start.y()}, {end.x(), end.y()}, annotationHeadLength(mapping));
+    if (!head)
+        return {};
+    QPainterPath strokes({head->left.x, head->left.y});
+    strokes.lineTo(end);
+    strokes.lineTo(head->right.x, head->right.y);
+    return strokes;
 }
 
 void drawShape(const PixelSurface& surface, const OverlayAnnotation& annotation, const PixelMapping& mapping,

@@ -3,6 +3,7 @@
 #include "overlay/PixelSurface.h"
 #include "overlay/model/OverlayAnnotation.h"
 
+#include <QPainterPath>
 #include <QPointF>
 #include <QRectF>
 
@@ -45,6 +46,9 @@ struct AnnotationScene {
 [[nodiscard]] double annotationLineWidth(const PixelMapping& mapping);
 /// The length of an arrowhead's strokes in pixels.
 [[nodiscard]] double annotationHeadLength(const PixelMapping& mapping);
+
+/// The two strokes of an arrow's head in pixels, one path; empty for an arrow of no length.
+[[nodiscard]] QPainterPath arrowHeadStrokes(const ArrowShape& arrow, const PixelMapping& mapping);
 
 /// Draws a rectangle or an arrow; texts are left out. `opacity` takes
 /// the place of the colour's own. The screen and the exported picture are both drawn by this.

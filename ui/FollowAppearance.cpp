@@ -1,5 +1,6 @@
 #include "ui/FollowAppearance.h"
 
+#include "ui/TooltipStyle.h"
 #include "ui/UiColors.h"
 
 #include <QApplication>
@@ -8,6 +9,7 @@ namespace glimmerly {
 
 void followAppearance(Appearance& appearance) {
     const auto apply = [&appearance] { QApplication::setPalette(uiPalette(appearance.colorScheme())); };
+    QApplication::setStyle(new TooltipStyle);
     apply();
     appearance.onChange(apply);
 }

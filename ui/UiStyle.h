@@ -29,4 +29,6 @@ inline constexpr int linkPadding = 2;      ///< above and below a link's text
 
 inline constexpr double focusRingWidth = 2;
 
+inline constexpr int tooltipPadding = 4; ///< between its text and its edge, beside Qt's own point
+
 } // namespace glimmerly::ui_style

@@ -7,6 +7,7 @@
 
 #include <QEasingCurve>
 #include <QMouseEvent>
+#include <QToolTip>
 
 namespace glimmerly {
 
@@ -91,6 +92,14 @@ void ToolbarIconButton::showLook(const ToolbarButtonLook& look) {
         return;
     look_ = look;
     update();
+}
+
+bool ToolbarIconButton::event(QEvent* event) {
+    if (event->type() != QEvent::ToolTip)
+        return QAbstractButton::event(event);
+    // Below the button: where Qt puts it, at the pointer, it covers what it explains.
+    QToolTip::showText(mapToGlobal(QPoint(0, height())), toolTip(), this);
+    return true;
 }
 
 void ToolbarIconButton::enterEvent(QEnterEvent*) {

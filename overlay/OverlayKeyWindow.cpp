@@ -1,6 +1,6 @@
 #include "overlay/OverlayKeyWindow.h"
 
-#include "overlay/OverlayCanvasView.h"
+#include "overlay/canvas/OverlayCanvasView.h"
 #include "overlay/text/OverlayTextView.h"
 #include "platform/VirtualKeyCodes.h"
 

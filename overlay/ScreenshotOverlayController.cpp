@@ -2,8 +2,8 @@
 
 #include "capture/service/TargetScreen.h"
 #include "diagnostics/GlimmerlyLog.h"
-#include "overlay/OverlayCanvasSelectionExport.h"
-#include "overlay/OverlayCanvasView.h"
+#include "overlay/canvas/OverlayCanvasView.h"
+#include "overlay/export/OverlayCanvasSelectionExport.h"
 #include "platform/Application.h"
 #include "platform/MainQueue.h"
 #include "platform/OverlayWindows.h"

@@ -1,6 +1,6 @@
 #include "overlay/text/TextAnnotationViews.h"
 
-#include "overlay/QtColor.h"
+#include "overlay/drawing/QtColor.h"
 #include "overlay/text/OverlayGrowingTextAnnotationView.h"
 #include "overlay/text/OverlayTextView.h"
 #include "platform/qt/QtConversions.h"

@@ -1,6 +1,6 @@
 #include "overlay/toolbar/OverlayToolbarView.h"
 
-#include "overlay/QtColor.h"
+#include "overlay/drawing/QtColor.h"
 #include "overlay/toolbar/ToolbarAccessibility.h"
 #include "overlay/toolbar/ToolbarGrabHandleView.h"
 #include "overlay/toolbar/ToolbarShadowView.h"

@@ -1,6 +1,6 @@
 #include "overlay/toolbar/ToolbarIconButton.h"
 
-#include "overlay/QtColor.h"
+#include "overlay/drawing/QtColor.h"
 #include "overlay/toolbar/ToolbarStyle.h"
 #include "platform/qt/QtConversions.h"
 #include "ui/DevicePixels.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/Overhang.h"
-#include "overlay/OverlayCanvasView.h"
+#include "overlay/canvas/OverlayCanvasView.h"
 #include "tests/support/FakePasteboard.h"
 #include "tests/support/FakeScreens.h"
 #include "tests/support/TestPictures.h"

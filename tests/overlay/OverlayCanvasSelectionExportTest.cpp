@@ -1,4 +1,4 @@
-#include "overlay/OverlayCanvasSelectionExport.h"
+#include "overlay/export/OverlayCanvasSelectionExport.h"
 
 #include "platform/png/PngDecoder.h"
 #include "tests/overlay/CanvasOnDisplay.h"

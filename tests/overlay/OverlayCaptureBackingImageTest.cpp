@@ -1,4 +1,4 @@
-#include "overlay/OverlayCaptureBackingImage.h"
+#include "overlay/backing/OverlayCaptureBackingImage.h"
 
 #include "tests/support/FakeScreens.h"
 #include "tests/support/LogCapture.h"

@@ -1,5 +1,5 @@
-#include "overlay/OverlayCanvasView.h"
 #include "overlay/ScreenshotOverlayController.h"
+#include "overlay/canvas/OverlayCanvasView.h"
 #include "overlay/toolbar/OverlayToolbarView.h"
 #include "tests/support/FakeApplication.h"
 #include "tests/support/FakeMainQueue.h"

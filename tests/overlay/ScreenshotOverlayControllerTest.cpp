@@ -1,6 +1,6 @@
 #include "overlay/ScreenshotOverlayController.h"
 
-#include "overlay/OverlayCanvasView.h"
+#include "overlay/canvas/OverlayCanvasView.h"
 #include "platform/png/PngEncoder.h"
 #include "tests/support/FakeApplication.h"
 #include "tests/support/FakeMainQueue.h"

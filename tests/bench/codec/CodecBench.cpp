@@ -1,4 +1,4 @@
-#include "overlay/OverlayCanvasSelectionExport.h"
+#include "overlay/export/OverlayCanvasSelectionExport.h"
 #include "overlay/model/AnnotationPalette.h"
 #include "platform/files/AtomicFile.h"
 #include "platform/files/Directories.h"

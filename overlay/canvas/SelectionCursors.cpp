@@ -1,4 +1,4 @@
-#include "overlay/SelectionCursors.h"
+#include "overlay/canvas/SelectionCursors.h"
 
 namespace glimmerly {
 

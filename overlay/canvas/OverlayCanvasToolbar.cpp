@@ -1,6 +1,6 @@
 // The canvas's toolbar: where it stands and what its buttons do.
 
-#include "overlay/OverlayCanvasView.h"
+#include "overlay/canvas/OverlayCanvasView.h"
 #include "overlay/toolbar/OverlayToolbarView.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 // The canvas's mouse: what each event does, in the order in which it does it.
 
-#include "overlay/CanvasCoordinates.h"
-#include "overlay/OverlayCanvasView.h"
-#include "overlay/SelectionCursors.h"
+#include "overlay/canvas/OverlayCanvasView.h"
+#include "overlay/canvas/SelectionCursors.h"
+#include "overlay/drawing/CanvasCoordinates.h"
 #include "overlay/text/OverlayGrowingTextAnnotationView.h"
 #include "overlay/toolbar/OverlayToolbarView.h"
 

@@ -1,7 +1,7 @@
-#include "overlay/AnnotationDrawing.h"
+#include "overlay/drawing/AnnotationDrawing.h"
 
-#include "overlay/AnnotationTiles.h"
-#include "overlay/QtColor.h"
+#include "overlay/drawing/AnnotationTiles.h"
+#include "overlay/drawing/QtColor.h"
 #include "overlay/model/AnnotationStyle.h"
 #include "overlay/model/ArrowGeometry.h"
 

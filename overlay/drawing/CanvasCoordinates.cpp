@@ -1,4 +1,4 @@
-#include "overlay/CanvasCoordinates.h"
+#include "overlay/drawing/CanvasCoordinates.h"
 
 #include <QSinglePointEvent>
 

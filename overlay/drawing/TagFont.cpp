@@ -1,4 +1,4 @@
-#include "overlay/TagFont.h"
+#include "overlay/drawing/TagFont.h"
 
 #include "overlay/model/CanvasPixelGrid.h"
 #include "overlay/model/SelectionStyle.h"

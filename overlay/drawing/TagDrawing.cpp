@@ -1,8 +1,8 @@
-#include "overlay/TagDrawing.h"
+#include "overlay/drawing/TagDrawing.h"
 
-#include "overlay/CanvasCoordinates.h"
-#include "overlay/QtColor.h"
-#include "overlay/TagFont.h"
+#include "overlay/drawing/CanvasCoordinates.h"
+#include "overlay/drawing/QtColor.h"
+#include "overlay/drawing/TagFont.h"
 #include "overlay/model/SelectionStyle.h"
 #include "platform/qt/QtConversions.h"
 

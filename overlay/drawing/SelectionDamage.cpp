@@ -1,6 +1,6 @@
-#include "overlay/SelectionDamage.h"
+#include "overlay/drawing/SelectionDamage.h"
 
-#include "overlay/CanvasCoordinates.h"
+#include "overlay/drawing/CanvasCoordinates.h"
 
 namespace glimmerly {
 

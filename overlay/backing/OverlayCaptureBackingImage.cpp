@@ -1,4 +1,4 @@
-#include "overlay/OverlayCaptureBackingImage.h"
+#include "overlay/backing/OverlayCaptureBackingImage.h"
 
 #include "base/Overhang.h"
 #include "capture/service/CapturedPicture.h"

@@ -1,6 +1,6 @@
-#include "overlay/SelectionDrawing.h"
+#include "overlay/drawing/SelectionDrawing.h"
 
-#include "overlay/CanvasCoordinates.h"
+#include "overlay/drawing/CanvasCoordinates.h"
 #include "overlay/model/SelectionStyle.h"
 
 namespace glimmerly {

@@ -1,6 +1,6 @@
 // The canvas's annotations: the changes to them, and the texts' views that must follow.
 
-#include "overlay/OverlayCanvasView.h"
+#include "overlay/canvas/OverlayCanvasView.h"
 #include "overlay/model/AnnotationHitTest.h"
 #include "overlay/model/ArrowGeometry.h"
 #include "overlay/text/OverlayGrowingTextAnnotationView.h"

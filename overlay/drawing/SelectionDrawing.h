@@ -1,7 +1,7 @@
 #pragma once
 
-#include "overlay/PixelSurface.h"
-#include "overlay/SelectionScene.h"
+#include "overlay/drawing/PixelSurface.h"
+#include "overlay/drawing/SelectionScene.h"
 
 namespace glimmerly {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "overlay/AnnotationDrawing.h"
-#include "overlay/OverlayCaptureBackingImage.h"
-#include "overlay/SelectionScene.h"
+#include "overlay/backing/OverlayCaptureBackingImage.h"
+#include "overlay/drawing/AnnotationDrawing.h"
+#include "overlay/drawing/SelectionScene.h"
 #include "overlay/model/AnnotationEditor.h"
 #include "overlay/model/AnnotationPalette.h"
 #include "overlay/model/Selection.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "overlay/AnnotationDrawing.h"
-#include "overlay/OverlayImage.h"
+#include "overlay/backing/OverlayImage.h"
+#include "overlay/drawing/AnnotationDrawing.h"
 
 #include <filesystem>
 #include <functional>

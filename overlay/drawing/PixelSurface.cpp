@@ -1,6 +1,6 @@
-#include "overlay/PixelSurface.h"
+#include "overlay/drawing/PixelSurface.h"
 
-#include "overlay/QtColor.h"
+#include "overlay/drawing/QtColor.h"
 
 #include <QPainter>
 

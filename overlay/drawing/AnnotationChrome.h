@@ -1,6 +1,6 @@
 #pragma once
 
-#include "overlay/AnnotationDrawing.h"
+#include "overlay/drawing/AnnotationDrawing.h"
 
 namespace glimmerly {
 

@@ -1,6 +1,6 @@
-#include "overlay/AnnotationTiles.h"
+#include "overlay/drawing/AnnotationTiles.h"
 
-#include "overlay/AnnotationChrome.h"
+#include "overlay/drawing/AnnotationChrome.h"
 
 #include <algorithm>
 #include <array>

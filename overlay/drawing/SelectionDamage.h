@@ -1,6 +1,6 @@
 #pragma once
 
-#include "overlay/SelectionScene.h"
+#include "overlay/drawing/SelectionScene.h"
 
 #include <QRegion>
 

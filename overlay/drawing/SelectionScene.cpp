@@ -1,6 +1,6 @@
-#include "overlay/SelectionScene.h"
+#include "overlay/drawing/SelectionScene.h"
 
-#include "overlay/TagFont.h"
+#include "overlay/drawing/TagFont.h"
 #include "overlay/model/SelectionLayout.h"
 #include "overlay/model/SelectionStyle.h"
 

@@ -1,7 +1,7 @@
-#include "overlay/AnnotationChrome.h"
+#include "overlay/drawing/AnnotationChrome.h"
 
-#include "overlay/AnnotationTiles.h"
-#include "overlay/QtColor.h"
+#include "overlay/drawing/AnnotationTiles.h"
+#include "overlay/drawing/QtColor.h"
 #include "overlay/model/AnnotationStyle.h"
 
 #include <QPainter>

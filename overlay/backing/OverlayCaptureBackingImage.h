@@ -1,6 +1,6 @@
 #pragma once
 
-#include "overlay/OverlayImage.h"
+#include "overlay/backing/OverlayImage.h"
 #include "platform/Screens.h"
 
 #include <filesystem>

@@ -1,4 +1,4 @@
-#include "overlay/OverlayCanvasSelectionExport.h"
+#include "overlay/export/OverlayCanvasSelectionExport.h"
 
 #include "diagnostics/GlimmerlyLog.h"
 #include "overlay/model/CanvasPixelGrid.h"

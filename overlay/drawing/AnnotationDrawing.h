@@ -1,6 +1,6 @@
 #pragma once
 
-#include "overlay/PixelSurface.h"
+#include "overlay/drawing/PixelSurface.h"
 #include "overlay/model/OverlayAnnotation.h"
 
 #include <QPainterPath>

@@ -67,6 +67,8 @@ QtLocalEvents::QtLocalEvents() {
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this](QWindow* window) {
         if (!monitors_.empty())
             holdKeyboard(window);
+        else
+            keptKey_.reset(); // its release may have gone elsewhere
     });
 }
 
@@ -101,8 +103,8 @@ bool QtLocalEvents::isKept(QEvent& event) {
         return isKeptPress(static_cast<const QKeyEvent&>(event));
     case QEvent::KeyRelease: {
         const auto& release = static_cast<const QKeyEvent&>(event);
-        if (!release.isAutoRepeat() && release.nativeScanCode() == keptKey_)
-            keptKey_.reset();
+        if (keptKey_ && keptKey_->scanCode == release.nativeScanCode())
+            keptKey_->releasedAt = release.timestamp();
         return false;
     }
     default:
@@ -113,17 +115,25 @@ bool QtLocalEvents::isKept(QEvent& event) {
 bool QtLocalEvents::isKeptPress(const QKeyEvent& press) {
     if (isModifierKey(press.key()))
         return false;
-    if (monitors_.empty())
-        return isRepeatOfKept(press);
+    if (monitors_.empty()) {
+        if (isRepeatOfKept(press))
+            return true;
+        keptKey_.reset();
+        return false;
+    }
     holdKeyboard(QGuiApplication::focusWindow());
     if (!monitorsKeep(keyDownOf(press)))
         return false;
-    keptKey_ = press.nativeScanCode();
+    keptKey_ = KeptKey{press.nativeScanCode()};
     return true;
 }
 
 bool QtLocalEvents::isRepeatOfKept(const QKeyEvent& press) const {
-    return press.isAutoRepeat() && press.nativeScanCode() == keptKey_;
+    if (!keptKey_ || keptKey_->scanCode != press.nativeScanCode())
+        return false;
+    // An X server makes up a release at the very moment of each repeat, and Qt 6.4 sees through that only
+    // when it finds both together.
+    return !keptKey_->releasedAt || *keptKey_->releasedAt == press.timestamp();
 }
 
 bool QtLocalEvents::monitorsKeep(const KeyDownEvent& event) const {

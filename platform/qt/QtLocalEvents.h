@@ -24,6 +24,11 @@ public:
     void removeMonitor(Monitor monitor) override;
 
 private:
+    /// A key whose press was kept from the windows.
+    struct KeptKey {
+        quint32 scanCode;
+        std::optional<quint64> releasedAt{}; ///< by the window system's clock
+    };
     struct Installed {
         EventTypeMask mask;
         Handler handler;
@@ -38,8 +43,8 @@ private:
 
     std::map<Monitor, Installed> monitors_;
     Monitor lastMonitor_ = 0;
-    std::optional<quint32> keptKey_; ///< native scan code of the held key whose press was kept
-    QPointer<QWindow> holder_;       ///< of the keyboard
+    std::optional<KeptKey> keptKey_;
+    QPointer<QWindow> holder_; ///< of the keyboard
     QTimer idle_;
 };
 

@@ -29,9 +29,10 @@ X11HotkeyHeldKeys::Press X11HotkeyHeldKeys::press(xcb_keycode_t keycode, xcb_tim
         if (order == Order::byTime && lateness >= 0 && lateness < longestDelivery)
             return Press::repeated;
     } else {
-        const std::int32_t silence = elapsed(key.lastPress, time);
+        const std::int32_t silence = key.lastPress ? elapsed(*key.lastPress, time) : 0;
         if (silence < longestRepeatInterval) {
-            key.lastPress = silence > 0 ? time : key.lastPress;
+            if (silence > 0 || !key.lastPress)
+                key.lastPress = time;
             return Press::repeated;
         }
     }
@@ -39,10 +40,19 @@ X11HotkeyHeldKeys::Press X11HotkeyHeldKeys::press(xcb_keycode_t keycode, xcb_tim
     return Press::first;
 }
 
+void X11HotkeyHeldKeys::hold(xcb_keycode_t keycode) {
+    const auto [entry, isNew] = keys_.try_emplace(keycode);
+    if (!isNew && entry->second.released)
+        entry->second = {};
+}
+
 void X11HotkeyHeldKeys::release(xcb_keycode_t keycode, xcb_timestamp_t time) {
     const auto found = keys_.find(keycode);
-    if (found != keys_.end() && !found->second.released && elapsed(found->second.lastPress, time) >= 0)
-        found->second.released = time;
+    if (found == keys_.end() || found->second.released)
+        return;
+    Key& key = found->second;
+    if (!key.lastPress || elapsed(*key.lastPress, time) >= 0)
+        key.released = time;
 }
 
 bool X11HotkeyHeldKeys::anyHeld() const {

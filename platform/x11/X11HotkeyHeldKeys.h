@@ -16,12 +16,14 @@ public:
     enum class Order { kept, byTime };
 
     Press press(xcb_keycode_t keycode, xcb_timestamp_t time, Order order);
+    /// The key is down already, nobody knows since when.
+    void hold(xcb_keycode_t keycode);
     void release(xcb_keycode_t keycode, xcb_timestamp_t time);
     [[nodiscard]] bool anyHeld() const;
 
 private:
     struct Key {
-        xcb_timestamp_t lastPress = 0; ///< or repeat
+        std::optional<xcb_timestamp_t> lastPress; ///< or repeat; none for a key that was down before
         std::optional<xcb_timestamp_t> released;
     };
     std::map<xcb_keycode_t, Key> keys_;

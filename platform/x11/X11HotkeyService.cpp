@@ -99,6 +99,7 @@ X11HotkeyService::registerHotkey(std::uint32_t keyCode, std::uint32_t carbonFlag
                               keycodesOf(keyCode, *xcb_get_setup(connection_->get())), 0, nullptr};
     if (const HotkeyStatus status = grab(registration); status != hotkey_status::success)
         return {status, 0};
+    ignoreWhatIsDown(registration);
     registrations_.emplace(++lastRef_, std::move(registration));
     return {hotkey_status::success, lastRef_};
 }
@@ -124,6 +125,17 @@ HotkeyStatus X11HotkeyService::grab(Registration& registration) {
     registration.requiredModifiers = *required;
     registration.grab = std::move(grab);
     return hotkey_status::success;
+}
+
+void X11HotkeyService::ignoreWhatIsDown(const Registration& registration) {
+    // Watch first, then look, and no release is missed.
+    watchReleases(Releases::watched);
+    for (const xcb_keycode_t keycode : registration.keycodes) {
+        if (isDown(keycode))
+            heldKeys_.hold(keycode);
+    }
+    if (!heldKeys_.anyHeld())
+        watchReleases(Releases::ignored);
 }
 
 void X11HotkeyService::followModifiers() {

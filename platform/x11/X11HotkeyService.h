@@ -40,6 +40,8 @@ private:
     bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
 
     [[nodiscard]] HotkeyStatus grab(Registration& registration);
+    /// What is down now was not pressed as this hotkey; its repeats must not count either.
+    void ignoreWhatIsDown(const Registration& registration);
     void followModifiers();
     [[nodiscard]] const Registration* find(const xcb_key_press_event_t& event) const;
 

@@ -206,6 +206,21 @@ TEST_F(X11HotkeyServiceTest, AHeldKeyIsOnePress) {
     TestKeyboard::run("xset r rate");
 }
 
+TEST_F(X11HotkeyServiceTest, AKeyThatIsDownWhenItBecomesAHotkeyWasNotPressedAsOne) {
+    TestKeyboard::run("xset r rate 30 100");
+    OtherProgram other;
+    other.watchGrabs();
+    holdHotkey();
+    ASSERT_EQ(registerA().status, hotkey_status::success);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return other.grabsSeen() >= 10; }, bound)) << "the key repeats";
+    releaseHotkey();
+    EXPECT_EQ(presses, 0);
+    pressHotkey();
+    EXPECT_TRUE(waitForPresses(1));
+    EXPECT_EQ(presses, 1);
+    TestKeyboard::run("xset r rate");
+}
+
 /// Counts the presses of a key that reach Qt from the server, repeats included.
 class QtPressCounter : public QAbstractNativeEventFilter {
 public:

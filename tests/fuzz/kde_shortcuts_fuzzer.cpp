@@ -1,0 +1,12 @@
+#include "platform/shortcuts/KdeShortcuts.h"
+#include "tests/fuzz/Require.h"
+
+#include <cstddef>
+
+/// Every shortcut names a key.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace glimmerly;
+    for (const auto& shortcut : kdeShortcuts({reinterpret_cast<const char*>(data), size}))
+        require(shortcut.keys.symbol != XKB_KEY_NoSymbol || shortcut.keys.keycode <= 255);
+    return 0;
+}

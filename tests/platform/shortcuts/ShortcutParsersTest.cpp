@@ -1,0 +1,152 @@
+#include "platform/HotkeyService.h"
+#include "platform/shortcuts/KdeShortcuts.h"
+#include "platform/shortcuts/OpenboxShortcuts.h"
+#include "platform/shortcuts/XfceShortcuts.h"
+#include "tests/support/FakeKeyboardLayout.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <xkbcommon/xkbcommon-keysyms.h>
+
+namespace glimmerly {
+namespace {
+
+using namespace hotkey_modifier;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+DesktopShortcut key(xkb_keysym_t symbol, std::uint32_t flags) {
+    return {{.symbol = symbol, .carbonFlags = flags}};
+}
+DesktopShortcut disabled(DesktopShortcut shortcut) {
+    shortcut.isEnabled = false;
+    return shortcut;
+}
+
+TEST(ShortcutParsersTest, Gtk) {
+    struct Case {
+        const char* text;
+        std::optional<KeyStroke> keys;
+    };
+    const auto named = [](xkb_keysym_t symbol, std::uint32_t flags) {
+        return KeyStroke{.symbol = symbol, .carbonFlags = flags};
+    };
+    for (const auto& [text, keys] : {
+             Case{"<Super>l", named(XKB_KEY_l, command)},
+             Case{"<super><SHIFT>L", named(XKB_KEY_l, command | shift)},
+             Case{"<Primary><Alt>Delete", named(XKB_KEY_Delete, control | option)},
+             Case{"<Mod4><Mod1><Ctrl>minus", named(XKB_KEY_minus, command | option | control)},
+             Case{"Print", named(XKB_KEY_Print, 0)},
+             Case{"<Alt>Above_Tab", KeyStroke{.keycode = 49, .carbonFlags = option}},
+             Case{"<Super>0x2b", KeyStroke{.keycode = 43, .carbonFlags = command}},
+             Case{"", {}},
+             Case{"<Super>", {}},
+             Case{"<Super", {}},
+             Case{"<Hyper>l", {}},
+             Case{"<Super>nonsense", {}},
+             Case{"<Super>0x1ff", {}},
+             Case{"<Super>0x", {}},
+             Case{"disabled", {}},
+         })
+        EXPECT_EQ(parseGtkAccelerator(text), keys) << text;
+}
+
+TEST(ShortcutParsersTest, Openbox) {
+    EXPECT_THAT(openboxShortcuts(R"(<?xml version="1.0"?>
+        <openbox_config xmlns="http://openbox.org/3.4/rc"><keyboard>
+          <chainQuitKey>C-g</chainQuitKey>
+          <keybind key="W-A-Tab"><action name="Execute"><command>&lt;true&gt;</command></action></keybind>
+          <!-- <keybind key="W-x"/> -->
+          <keybind key="C-x  C-c"><keybind key="W-a"/></keybind>
+          <keybind key="Mod4-minus"/><keybind key="S-0x30"/>
+          <keybind key="H-a"/><keybind key="W-"/><keybind key=""/><keybind/>
+          <keybind key="A-F4"/></keyboard></openbox_config>)"),
+                ElementsAre(key(XKB_KEY_Tab, command | option), key(XKB_KEY_x, control),
+                            key(XKB_KEY_minus, command),
+                            DesktopShortcut{{.keycode = 48, .carbonFlags = shift}}, key(XKB_KEY_F4, option)));
+    EXPECT_THAT(openboxShortcuts("<a><keybind key='W-a'/><broken"), ElementsAre(key(XKB_KEY_a, command)));
+    EXPECT_THAT(openboxShortcuts("<!DOCTYPE a [<!ENTITY k 'W-a'>]><a><keybind key='&k;'/></a>"), IsEmpty());
+    EXPECT_THAT(openboxShortcuts(""), IsEmpty());
+}
+
+TEST(ShortcutParsersTest, Kde) {
+    struct Case {
+        const char* text;
+        std::vector<DesktopShortcut> shortcuts;
+    };
+    for (const auto& [text, shortcuts] : std::initializer_list<Case>{
+             {"Lock=Meta+L\\tScreensaver,Meta+L,Lock Session", {key(XKB_KEY_l, command)}},
+             {"Close=Ctrl+Alt+Esc\r", {key(XKB_KEY_Escape, control | option)}},
+             {"In=Meta++\\tMeta+=\\tCtrl+Num++,none,Zoom In",
+              {key(XKB_KEY_plus, command), key(XKB_KEY_equal, command), key(XKB_KEY_KP_Add, control)}},
+             {"Comma=Meta+\\\\,,none,Title", {key(XKB_KEY_comma, command)}},
+             {"Backslash=Meta+\\\\\\\\,none,Title", {key(XKB_KEY_backslash, command)}},
+             {"Down=Meta+Shift+PgDown,,", {key(XKB_KEY_Next, command | shift)}},
+             {"Accent=Meta+É,,", {key(XKB_KEY_eacute, command)}},
+             {"Digit=Meta+Num+7,,", {key(XKB_KEY_KP_7, command)}},
+             {"Off=none,Meta+E,Dolphin", {disabled(key(XKB_KEY_e, command))}},
+             {"Never=none,none,Dolphin", {}},
+             {"_k_friendly_name=Meta+A", {}},
+             {"[Group][Meta+A=Meta+A]", {}},
+             {"#Comment=Meta+A", {}},
+             {"No value", {}},
+             {"Bad=Hyper+A\\tMeta+\\tMeta+Nonsense\\tMeta\\\\", {}},
+         })
+        EXPECT_EQ(kdeShortcuts(std::string("[kwin]\n") + text + "\n"), shortcuts) << text;
+}
+
+std::string xfceChannel(const std::string& content) {
+    return R"(<?xml version="1.0" encoding="UTF-8"?><channel name="xfce4-keyboard-shortcuts" version="1.0">)" +
+           content + "</channel>";
+}
+
+TEST(ShortcutParsersTest, Xfce) {
+    const std::string system = xfceChannel(R"(<property name="commands" type="empty">
+        <property name="default" type="empty">
+          <property name="&lt;Alt&gt;F2" type="string" value="run"><property name="startup" value="true"/></property>
+          <property name="&lt;Alt&gt;F1" type="empty"/>
+        </property></property>
+        <property name="xfwm4"><property name="default">
+          <property name="&lt;Alt&gt;F4" type="string" value="close_window_key"/></property></property>
+        <property name="providers" type="array"><value type="string" value="xfwm4"/></property>)");
+    EXPECT_THAT(xfceShortcuts(std::vector{system}),
+                UnorderedElementsAre(key(XKB_KEY_F2, option), disabled(key(XKB_KEY_F1, option)),
+                                     key(XKB_KEY_F4, option)));
+    const std::string user = xfceChannel(R"(<property name="commands"><property name="custom">
+          <property name="&lt;Super&gt;r" type="string" value="run"/>
+          <property name="override" type="bool" value="true"/></property></property>
+        <property name="xfwm4"><property name="default">
+          <property name="&lt;Alt&gt;F4" type="empty"/></property></property>)");
+    EXPECT_THAT(xfceShortcuts(std::vector{system, user}),
+                UnorderedElementsAre(disabled(key(XKB_KEY_F2, option)), disabled(key(XKB_KEY_F1, option)),
+                                     key(XKB_KEY_r, command), disabled(key(XKB_KEY_F4, option))));
+    EXPECT_THAT(xfceShortcuts({}), IsEmpty());
+}
+
+TEST(ShortcutParsersTest, KeysAreFoundByWhatTheyPrint) {
+    // A French keyboard: A where others have Q, digits only with Shift. The keypad prints a minus too.
+    const FakeKeyboardLayout french({{12, "a"}, {0, "q"}, {18, "&"}, {22, "-"}, {78, "-"}, {49, " "}});
+    struct Case {
+        const char* keys;
+        std::vector<std::int64_t> codes;
+    };
+    for (const auto& [keys, codes] : std::initializer_list<Case>{{"A", {12}},
+                                                                 {"ampersand", {18}},
+                                                                 {"1", {18}},
+                                                                 {"minus", {22}},
+                                                                 {"KP_Subtract", {78}},
+                                                                 {"KP_End", {83}},
+                                                                 {"space", {49}},
+                                                                 {"Print", {105}},
+                                                                 {"Above_Tab", {50}},
+                                                                 {"0x26", {0}},
+                                                                 {"0x08", {}},
+                                                                 {"z", {}},
+                                                                 {"XF86Calculator", {}},
+                                                                 {"Super_L", {}}})
+        EXPECT_EQ(virtualKeyCodesOf(parseGtkAccelerator(keys).value(), french), codes) << keys;
+}
+
+} // namespace
+} // namespace glimmerly

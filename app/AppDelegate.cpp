@@ -8,6 +8,8 @@
 #include "overlay/ScreenshotOverlayController.h"
 #include "platform/HttpClient.h"
 #include "platform/Platform.h"
+#include "platform/Updates.h"
+#include "settings/updates/AppUpdater.h"
 #include "telemetry/TelemetrySink.h"
 #include "ui/FollowAppearance.h"
 
@@ -35,6 +37,7 @@ void AppDelegate::applicationWillFinishLaunching() {
 void AppDelegate::applicationDidFinishLaunching() {
     GlimmerlyLog::notice(log_category::appLifecycle, "applicationDidFinishLaunching");
     logFileLocation();
+    (void)AppUpdater::shared(); // which starts the updater
     StatusItemController::shared().installStatusItem();
     GlobalHotkeyController::shared().start([] { requestScreenshot(ScreenshotRequestSource::hotkey); });
     PermissionsWindowController::shared().showIfNeeded();
@@ -56,6 +59,7 @@ void AppDelegate::applicationWillTerminate() {
     ScreenshotOverlayController::shared().closeOverlay();
     // A request that is still under way must not outlive what it uses.
     Platform::current().http.stop();
+    Platform::current().updates.applicationWillTerminate();
 }
 
 } // namespace glimmerly

@@ -8,6 +8,7 @@
 #include "platform/KeyboardLayout.h"
 #include "platform/Platform.h"
 #include "platform/StatusBar.h"
+#include "settings/updates/AppUpdater.h"
 #include "telemetry/TelemetrySink.h"
 
 #include <QAction>
@@ -42,7 +43,8 @@ StatusItemController& StatusItemController::shared() {
              .keyboardLayout = platform.keyboardLayout,
              .application = platform.application,
              .telemetry = TelemetrySink::shared(),
-             .requestScreenshot = [] { requestScreenshot(ScreenshotRequestSource::menubar); }});
+             .requestScreenshot = [] { requestScreenshot(ScreenshotRequestSource::menubar); },
+             .checkForUpdates = [] { AppUpdater::shared().checkForUpdates(); }});
     }();
     return *instance;
 }
@@ -83,9 +85,8 @@ void StatusItemController::buildMenu() {
     screenshotMenuItem_ =
         &addItem("Take screenshot", "viewfinder.rectangular", &StatusItemController::takeScreenshot);
     menu_->addSeparator();
-    // Both wait for the services that they will open.
-    addItem("Settings…", "gearshape", nullptr);
-    addItem("Check for updates…", "arrow.clockwise.circle", nullptr);
+    addItem("Settings…", "gearshape", nullptr); // waits for the window that it will open
+    addItem("Check for updates…", "arrow.clockwise.circle", &StatusItemController::checkForUpdates);
     menu_->addSeparator();
     addItem("Quit", "power", &StatusItemController::quit);
     globalHotkeyDidChange();
@@ -131,6 +132,12 @@ void StatusItemController::globalHotkeyDidChange() {
 void StatusItemController::takeScreenshot() {
     // The picture must not show the menu from which it was asked for.
     services_.statusItem.whenMenuHasGone(services_.requestScreenshot);
+}
+
+void StatusItemController::checkForUpdates() {
+    services_.telemetry.track(telemetry_event::statusMenuCheckForUpdates);
+    GlimmerlyLog::debug(log_category::statusMenu, "Check for updates chosen from menu");
+    services_.checkForUpdates();
 }
 
 void StatusItemController::quit() {

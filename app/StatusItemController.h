@@ -31,6 +31,7 @@ struct StatusItemServices {
     Application& application;
     Telemetry& telemetry;
     std::function<void()> requestScreenshot;
+    std::function<void()> checkForUpdates;
 };
 
 /// Puts the program's icon into the status area and gives it the menu that is its only permanent user
@@ -58,6 +59,7 @@ private:
     void globalHotkeyDidChange();
 
     void takeScreenshot();
+    void checkForUpdates();
     void quit();
 
     StatusItemServices services_;

@@ -20,5 +20,6 @@ inline constexpr std::string_view hotkey = "Hotkey";
 inline constexpr std::string_view hotkeyRecorder = "HotkeyRecorder";
 inline constexpr std::string_view telemetry = "Telemetry";
 inline constexpr std::string_view bugReport = "BugReport";
+inline constexpr std::string_view updates = "Updates";
 
 } // namespace glimmerly::log_category

@@ -2,6 +2,7 @@
 
 #include "base/Error.h"
 
+#include <filesystem>
 #include <functional>
 #include <optional>
 #include <string>
@@ -16,6 +17,9 @@ struct BundleInfo {
     std::optional<std::string> identifier{};
     /// The origin of the program's web service, as configured; empty: nothing is ever sent.
     std::string serviceBaseURL{};
+    std::optional<std::string> feedURL{};           ///< "SUFeedURL", where updates are told of
+    std::optional<double> scheduledCheckInterval{}; ///< "SUScheduledCheckInterval", in seconds
+    std::optional<std::string> updatePublicKey{};   ///< Ed25519, Base64; none: no updates
 
     /// "CFBundleName", else "Glimmerly".
     [[nodiscard]] std::string applicationName() const;
@@ -53,6 +57,9 @@ public:
     /// Starts this program anew beside itself. `completion` runs on the main thread: without an error once
     /// the new one only waits for this one's end to take its place.
     virtual void openNewInstance(std::function<void(std::optional<Error>)> completion) = 0;
+    /// The same for another version of this program, the file `program`.
+    virtual void openSuccessor(const std::filesystem::path& program,
+                               std::function<void(std::optional<Error>)> completion) = 0;
 };
 
 } // namespace glimmerly

@@ -22,6 +22,7 @@ class ScreenRecordingAccess;
 class Screens;
 class StatusItem;
 class SymbolicHotKeys;
+class UpdateFramework;
 class Workspace;
 
 /// Every service of the desktop that the program uses. The process has one, set before the first service is
@@ -48,6 +49,7 @@ struct Platform {
     const SymbolicHotKeys& symbolicHotKeys;
     StatusItem& statusItem;
     HttpClient& http;
+    UpdateFramework& updates;
 
     [[nodiscard]] static Platform& current();
     /// `platform` must live as long as the process uses it.

@@ -27,6 +27,7 @@ inline constexpr int buttonTextMargin = 4; ///< above and below the label, at le
 inline constexpr int symbolSpacing = 7;    ///< between a symbol and the text beside it
 inline constexpr int linkPadding = 2;      ///< above and below a link's text
 
+inline constexpr int progressBarHeight = 6;
 inline constexpr double focusRingWidth = 2;
 
 inline constexpr int tooltipPadding = 4; ///< between its text and its edge, beside Qt's own point

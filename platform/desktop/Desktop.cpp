@@ -7,6 +7,7 @@
 #include "platform/desktop/TerminationSignals.h"
 #include "platform/http/CurlHttpClient.h"
 #include "platform/http/ServiceEndpoint.h"
+#include "platform/linux/updates/dialogs/LinuxUpdateFramework.h"
 #include "platform/portal/PortalAppearance.h"
 #include "platform/qt/QtAlerts.h"
 #include "platform/qt/QtApplication.h"
@@ -92,7 +93,9 @@ struct Desktop::Services {
                                                          .localEvents = localEvents,
                                                          .symbolicHotKeys = symbolicHotKeys,
                                                          .statusItem = statusItem,
-                                                         .http = *http} {}
+                                                         .http = *http,
+                                                         .updates = updates},
+          updates(platform.bundle, app, mainQueue, preferences) {}
 
     NotificationCenter notifications;
     QtMainQueue mainQueue;
@@ -120,6 +123,7 @@ struct Desktop::Services {
     // Never destroyed: services that are not either may call it until the process has ended.
     CurlHttpClient* http = new CurlHttpClient;
     Platform platform;
+    LinuxUpdateFramework updates;
 };
 
 Result<std::unique_ptr<Desktop>> Desktop::open(int& argc, char** argv, const BundleInfo& bundle) {
@@ -150,7 +154,8 @@ void Desktop::followStarts(SingleInstance* instance) {
     if (instance)
         instance->onHandOver([this] { application_->reopen(); });
     relaunch_ = std::make_unique<Relaunch>(instance);
-    application_->setRelaunch([this](auto completion) { relaunch_->start(std::move(completion)); });
+    application_->setRelaunch(
+        [this](const auto& program, auto completion) { relaunch_->start(program, std::move(completion)); });
 }
 
 int Desktop::run(ApplicationDelegate& delegate) {

@@ -2,10 +2,14 @@
 
 #include "platform/desktop/SingleInstance.h"
 
-#include <QCoreApplication>
 #include <QProcess>
+#include <QSocketNotifier>
 
-#include <signal.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <utility>
 
 namespace glimmerly {
 
@@ -14,30 +18,60 @@ namespace {
 /// A process that has not asked for the right by then does not come to it any more.
 constexpr std::chrono::seconds patience{10};
 
-} // namespace
-
-bool Relaunch::isStarting() const {
-    return process_ != 0 && ::kill(process_, 0) == 0 &&
-           std::chrono::steady_clock::now() - started_ < patience;
+/// The C library's own header does not serve C++ (2.36).
+FileDescriptor openProcess(pid_t process) {
+    return FileDescriptor(static_cast<int>(::syscall(SYS_pidfd_open, process, 0)));
 }
 
-void Relaunch::start(std::function<void(std::optional<Error>)> completion) {
-    if (isStarting())
+} // namespace
+
+Relaunch::Relaunch(SingleInstance* instance) : instance_(instance) {
+    patience_.setSingleShot(true);
+    QObject::connect(&patience_, &QTimer::timeout,
+                     [this] { complete(Error::posix(ETIMEDOUT, "Waiting for the new process")); });
+}
+
+Relaunch::~Relaunch() = default;
+
+void Relaunch::start(const std::filesystem::path& path, Completion completion) {
+    if (completion_)
         return;
     QProcess program;
-    program.setProgram(QCoreApplication::applicationFilePath());
+    program.setProgram(QString::fromStdString(path.string()));
     qint64 process = 0;
-    if (!program.startDetached(&process)) {
-        completion(Error::posix(errno, "Starting " + program.program().toStdString()));
-        return;
-    }
-    process_ = static_cast<pid_t>(process);
-    started_ = std::chrono::steady_clock::now();
+    const bool isStarted = program.startDetached(&process);
+    completion_ = std::move(completion);
+    if (!isStarted)
+        return complete(Error::posix(errno, "Starting " + path.string()));
+    if (!instance_)
+        return complete(std::nullopt);
     // It claims the right at the earliest while our main loop runs, so it finds us prepared.
-    if (instance_)
-        instance_->giveTo(process_, [completion = std::move(completion)] { completion(std::nullopt); });
-    else
-        completion(std::nullopt);
+    const auto pid = static_cast<pid_t>(process);
+    instance_->giveTo(pid, [this] { complete(std::nullopt); });
+    watch(openProcess(pid));
+    patience_.start(patience);
+}
+
+void Relaunch::watch(FileDescriptor process) {
+    if (!process)
+        return complete(Error::posix(ESRCH, "Starting the new process"));
+    process_ = std::move(process);
+    ended_ = std::make_unique<QSocketNotifier>(process_.get(), QSocketNotifier::Read);
+    QObject::connect(ended_.get(), &QSocketNotifier::activated, ended_.get(),
+                     [this] { complete(Error::posix(ESRCH, "The new process ended at once")); });
+}
+
+void Relaunch::complete(std::optional<Error> error) {
+    if (!completion_)
+        return;
+    patience_.stop();
+    if (ended_) {
+        ended_->setEnabled(false);
+        ended_.release()->deleteLater(); // this may run in its signal
+    }
+    if (instance_ && error)
+        instance_->giveTo(0, {});
+    std::exchange(completion_, {})(std::move(error));
 }
 
 } // namespace glimmerly

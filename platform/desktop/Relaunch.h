@@ -1,34 +1,47 @@
 #pragma once
 
 #include "base/Error.h"
+#include "platform/files/FileDescriptor.h"
 
-#include <sys/types.h>
+#include <QTimer>
 
 #include <chrono>
+#include <filesystem>
 #include <functional>
+#include <memory>
 #include <optional>
+
+class QSocketNotifier;
 
 namespace glimmerly {
 
 class SingleInstance;
 
-/// Starts this program anew and gives it the right to be the running one.
+/// Starts a version of this program and gives it the right to be the running one.
 class Relaunch {
 public:
-    /// `instance`, which must outlive this, is none in a program that could not claim the right.
-    explicit Relaunch(SingleInstance* instance) : instance_(instance) {}
+    using Completion = std::function<void(std::optional<Error>)>;
 
-    /// `completion` runs when the new process has the right and waits for this one's end, or with the error
-    /// that kept it from starting; never when it started but ended before. While one is starting, nothing
-    /// happens.
-    void start(std::function<void(std::optional<Error>)> completion);
+    /// `instance`, which must outlive this, is none in a program that could not claim the right.
+    explicit Relaunch(SingleInstance* instance);
+    ~Relaunch();
+    Relaunch(const Relaunch&) = delete;
+    Relaunch& operator=(const Relaunch&) = delete;
+
+    /// `completion` runs once: without an error when the process of `program` has the right and waits for
+    /// this one's end, with one when it could not be started, ended before, or let ten seconds pass. While
+    /// one is starting, nothing happens.
+    void start(const std::filesystem::path& program, Completion completion);
 
 private:
-    [[nodiscard]] bool isStarting() const;
+    void watch(FileDescriptor process);
+    void complete(std::optional<Error> error);
 
     SingleInstance* instance_;
-    pid_t process_ = 0; ///< 0: none was started
-    std::chrono::steady_clock::time_point started_;
+    Completion completion_; ///< set while one is starting
+    FileDescriptor process_;
+    std::unique_ptr<QSocketNotifier> ended_;
+    QTimer patience_;
 };
 
 } // namespace glimmerly

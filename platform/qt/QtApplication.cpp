@@ -109,8 +109,13 @@ void QtApplication::onReopen(std::function<void()> handler) {
 }
 
 void QtApplication::openNewInstance(std::function<void(std::optional<Error>)> completion) {
+    openSuccessor(QCoreApplication::applicationFilePath().toStdString(), std::move(completion));
+}
+
+void QtApplication::openSuccessor(const std::filesystem::path& program,
+                                  std::function<void(std::optional<Error>)> completion) {
     if (relaunch_)
-        relaunch_(std::move(completion));
+        relaunch_(program, std::move(completion));
     else
         completion(Error::posix(ENOSYS, "Starting the program anew"));
 }

@@ -22,7 +22,8 @@ public:
     /// Tells the program that it was started again.
     void reopen();
     /// What starts the program anew; until it is set, that fails.
-    using Relaunch = std::function<void(std::function<void(std::optional<Error>)> completion)>;
+    using Relaunch = std::function<void(const std::filesystem::path& program,
+                                        std::function<void(std::optional<Error>)> completion)>;
     void setRelaunch(Relaunch relaunch) { relaunch_ = std::move(relaunch); }
 
     void setActivationPolicy(ActivationPolicy policy) override;
@@ -30,6 +31,8 @@ public:
     void terminate() override;
     void onReopen(std::function<void()> handler) override;
     void openNewInstance(std::function<void(std::optional<Error>)> completion) override;
+    void openSuccessor(const std::filesystem::path& program,
+                       std::function<void(std::optional<Error>)> completion) override;
 
 private:
     class Toolkit;

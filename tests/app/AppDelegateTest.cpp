@@ -19,6 +19,7 @@
 #include "tests/support/FakeScreens.h"
 #include "tests/support/FakeStatusItem.h"
 #include "tests/support/FakeSymbolicHotKeys.h"
+#include "tests/support/FakeUpdates.h"
 #include "tests/support/FakeWorkspace.h"
 #include "tests/support/LogCapture.h"
 
@@ -71,6 +72,14 @@ struct RecordingHotkeyService : FakeHotkeyService {
     }
 };
 
+struct RecordingUpdates : FakeUpdates {
+    std::unique_ptr<UpdaterController> startController(UpdaterDelegate& delegate) override {
+        events.emplace_back("updater started");
+        return FakeUpdates::startController(delegate);
+    }
+    void applicationWillTerminate() override { events.emplace_back("updater ended"); }
+};
+
 /// The platform of the one process: the shared services keep it.
 struct FakePlatform {
     NotificationCenter notifications;
@@ -93,6 +102,7 @@ struct FakePlatform {
     FakeSymbolicHotKeys symbolicHotKeys;
     RecordingStatusItem statusItem;
     FakeHttpClient http;
+    RecordingUpdates updates;
     Platform platform{.bundle = {.name = "Glimmerly", .serviceBaseURL = "https://service.example"},
                       .notifications = notifications,
                       .application = application,
@@ -113,7 +123,8 @@ struct FakePlatform {
                       .localEvents = localEvents,
                       .symbolicHotKeys = symbolicHotKeys,
                       .statusItem = statusItem,
-                      .http = http};
+                      .http = http,
+                      .updates = updates};
 };
 
 TEST(AppDelegateTest, StartsAndStopsTheServicesInOrder) {
@@ -131,7 +142,7 @@ TEST(AppDelegateTest, StartsAndStopsTheServicesInOrder) {
     EXPECT_THAT(
         std::exchange(events, {}),
         ElementsAre("AppLifecycle: applicationDidFinishLaunching", "Logging: Structured log file path",
-                    "status item shown", "hotkey handler installed",
+                    "updater started", "status item shown", "hotkey handler installed",
                     permission + "Checking menu bar status windows for title access",
                     permission + "No suitable non-owned menu bar windows; using CGPreflight fallback"));
 
@@ -148,7 +159,7 @@ TEST(AppDelegateTest, StartsAndStopsTheServicesInOrder) {
 
     delegate.applicationWillTerminate();
     EXPECT_THAT(events, ElementsAre("AppLifecycle: applicationWillTerminate", "log flushed after telemetry",
-                                    "hotkey unregistered", "hotkey handler removed"));
+                                    "hotkey unregistered", "hotkey handler removed", "updater ended"));
     const std::string body = fake.http.requests().at(0).body;
     EXPECT_THAT(body, testing::HasSubstr("app_launch"));
     EXPECT_TRUE(fake.http.isStopped);

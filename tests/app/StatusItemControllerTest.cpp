@@ -38,7 +38,8 @@ protected:
                                               .keyboardLayout = layout,
                                               .application = application,
                                               .telemetry = telemetry,
-                                              .requestScreenshot = [this] { ++requests; }});
+                                              .requestScreenshot = [this] { ++requests; },
+                                              .checkForUpdates = [this] { ++checks; }});
         controller->installStatusItem();
         return *controller;
     }
@@ -56,6 +57,7 @@ protected:
     FakeTelemetry telemetry;
     HotkeySettings settings{preferences, notifications};
     int requests = 0;
+    int checks = 0;
     std::optional<StatusItemController> controller;
 };
 
@@ -69,7 +71,7 @@ TEST_F(StatusItemControllerTest, MenuIsTheTableOfItems) {
     EXPECT_THAT(titles,
                 ElementsAre(Pair("Version 1.2", false), Pair("-", true), Pair("Take screenshot", true),
                             Pair("-", true), Pair("Settings\u2026", false),
-                            Pair("Check for updates\u2026", false), Pair("-", true), Pair("Quit", true)));
+                            Pair("Check for updates\u2026", true), Pair("-", true), Pair("Quit", true)));
     EXPECT_FALSE(item(2).icon().isNull());
     EXPECT_TRUE(item(5).icon().isNull()) << "a symbol that cannot be made leaves the item without picture";
     EXPECT_EQ(images.requests.at("power").pointSize, 13);
@@ -166,6 +168,18 @@ TEST_F(StatusItemControllerTest, TakesAScreenshotOnceTheMenuHasGone) {
     EXPECT_EQ(requests, 0);
     statusItem.menuHasGone();
     EXPECT_EQ(requests, 1);
+}
+
+TEST_F(StatusItemControllerTest, AskingForUpdatesIsRecordedAndLogged) {
+    LogCapture log;
+    install();
+    item(5).trigger();
+    EXPECT_EQ(telemetry.events, (std::vector<FakeTelemetry::Event>{{"status_menu_check_for_updates", {}}}));
+    ASSERT_EQ(log.records().size(), 1u);
+    EXPECT_EQ(log.records()[0].level, GlimmerlyLog::Level::debug);
+    EXPECT_EQ(log.records()[0].category, "StatusMenu");
+    EXPECT_EQ(log.records()[0].message, "Check for updates chosen from menu");
+    EXPECT_EQ(checks, 1);
 }
 
 TEST_F(StatusItemControllerTest, QuitIsLoggedBeforeItEndsTheProgram) {

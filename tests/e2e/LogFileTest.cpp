@@ -64,6 +64,7 @@ TEST(LogFile, HoldsARunInOrder) {
         {"notice", "AppLifecycle", "applicationWillFinishLaunching", {}},
         {"notice", "AppLifecycle", "applicationDidFinishLaunching", {}},
         {"debug", "Logging", "Structured log file path", {"path"}},
+        {"info", "Updates", "This build has no updates", {"details"}},
         {"debug",
          "ScreenRecordingPermission",
          "Checking menu bar status windows for title access",
@@ -94,10 +95,10 @@ TEST(LogFile, HoldsARunInOrder) {
 
     EXPECT_EQ(log[2]["metadata"].value("path", ""), session.program.logFile());
     const std::regex captureName("glimmerly-capture-[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}\\.png");
-    const std::string capture = log[6]["metadata"].value("path", "");
+    const std::string capture = log[7]["metadata"].value("path", "");
     EXPECT_TRUE(std::regex_match(capture, captureName)) << capture;
-    EXPECT_EQ(log[7]["metadata"].value("capture", ""), capture);
-    EXPECT_NE(log[9]["metadata"].value("path", ""), capture);
+    EXPECT_EQ(log[8]["metadata"].value("capture", ""), capture);
+    EXPECT_NE(log[10]["metadata"].value("path", ""), capture);
 }
 
 } // namespace

@@ -16,11 +16,17 @@ public:
     void openNewInstance(std::function<void(std::optional<Error>)> completion) override {
         newInstances.push_back(std::move(completion));
     }
+    void openSuccessor(const std::filesystem::path& program,
+                       std::function<void(std::optional<Error>)> completion) override {
+        successors.push_back(program);
+        newInstances.push_back(std::move(completion));
+    }
 
     std::vector<ActivationPolicy> policies;
     int activations = 0;
     int terminations = 0;
     std::function<void()> reopen;
+    std::vector<std::filesystem::path> successors;
     std::vector<std::function<void(std::optional<Error>)>> newInstances; ///< that wait for their completion
 };
 

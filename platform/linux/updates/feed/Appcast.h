@@ -16,24 +16,24 @@ enum class Urgency { normal, critical };
 
 /// The archive that an item of a feed points to.
 struct AppcastEnclosure {
-    std::string url;
+    std::string url{};
     std::uint64_t length = 0; ///< bytes
-    std::string type;
-    std::string signature; ///< Ed25519 over the archive's bytes, Base64
+    std::string type{};
+    std::string signature{}; ///< Ed25519 over the archive's bytes, Base64
 };
 
 /// One version that a feed offers.
 struct AppcastItem {
-    std::string title;
-    std::string version;
-    std::string shortVersion; ///< the version as people know it; empty: `version`
-    std::string minimumSystemVersion;
-    std::string channel; ///< empty: for everybody
-    std::string notes;
+    std::string title{};
+    std::string version{};
+    std::string shortVersion{}; ///< the version as people know it; empty: `version`
+    std::string minimumSystemVersion{};
+    std::string channel{}; ///< empty: for everybody
+    std::string notes{};
     NotesFormat notesFormat = NotesFormat::html;
-    std::string link; ///< the page to fetch it from by hand
+    std::string link{}; ///< the page to fetch it from by hand
     Urgency urgency = Urgency::normal;
-    AppcastEnclosure enclosure;
+    AppcastEnclosure enclosure{};
 
     [[nodiscard]] const std::string& displayVersion() const {
         return shortVersion.empty() ? version : shortVersion;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Updates.h"
 #include "platform/linux/updates/feed/Appcast.h"
 
 #include <optional>
@@ -7,15 +8,6 @@
 #include <string>
 
 namespace glimmerly {
-
-/// Why a feed offers nothing; the numbers are part of what is logged.
-enum class NoUpdateReason {
-    unknown = 0,           ///< it has no item for this program
-    onLatestVersion = 1,   ///< this version is the newest one
-    onNewerThanLatest = 2, ///< this version is newer than every one
-    systemIsTooOld = 3,    ///< there is a newer one, for a newer system
-    skipped = 4,           ///< the user has skipped the newest one
-};
 
 /// What decides which item of a feed applies.
 struct UpdateApplicability {

@@ -1,0 +1,252 @@
+#include "platform/linux/updates/SoftwareUpdater.h"
+
+#include "platform/Application.h"
+#include "platform/MainQueue.h"
+#include "platform/linux/updates/UpdateError.h"
+#include "platform/linux/updates/feed/UpdateChoice.h"
+
+#include <algorithm>
+
+namespace glimmerly {
+
+SoftwareUpdater::SoftwareUpdater(SoftwareUpdaterServices services)
+    : services_(std::move(services)), flags_(services_.mainQueue) {
+    timer_.setSingleShot(true);
+    timer_.setTimerType(Qt::VeryCoarseTimer);
+    connect(&timer_, &QTimer::timeout, this, [this] { scheduledTimeHasCome(); });
+    flags_.set(UpdaterFlag::automaticallyChecksForUpdates,
+               services_.schedule.userWantsChecks().value_or(false));
+    flags_.set(UpdaterFlag::automaticallyDownloadsUpdates, services_.schedule.userWantsDownloads());
+}
+
+void SoftwareUpdater::start() {
+    if (services_.work == nullptr)
+        return services_.delegate.updaterIsNotConfigured(updateError(UpdateErrorCode::notConfigured));
+    services_.work->removeLeftovers();
+    flags_.set(UpdaterFlag::allowsAutomaticUpdates,
+               services_.work->replaceability() == Replaceability::replaceable);
+    const auto launch = services_.schedule.noteLaunch();
+    enter(Phase::idle);
+    // Not at the first launch: nobody wants to be asked about updates of what they have not seen yet.
+    if (!services_.schedule.userWantsChecks() && launch == UpdateSchedule::Launch::later) {
+        enter(Phase::askingPermission);
+        services_.dialogs.askForPermission([this](PermissionAnswer answer) { permissionAnswered(answer); });
+    }
+}
+
+void SoftwareUpdater::enter(Phase phase) {
+    phase_ = phase;
+    flags_.set(UpdaterFlag::canCheckForUpdates,
+               services_.work != nullptr && (phase == Phase::idle || phase == Phase::ready));
+    if (phase == Phase::idle) {
+        item_.reset();
+        scheduleNextCheck();
+    } else {
+        timer_.stop();
+    }
+}
+
+void SoftwareUpdater::scheduleNextCheck() {
+    timer_.stop();
+    if (services_.work == nullptr || phase_ != Phase::idle ||
+        !flags_.value(UpdaterFlag::automaticallyChecksForUpdates))
+        return;
+    // The timer stands still while the machine sleeps, so it looks at the clock from time to time.
+    constexpr std::chrono::milliseconds longestWait = std::chrono::hours(4);
+    timer_.start(std::min<std::chrono::milliseconds>(services_.schedule.untilNextCheck(), longestWait));
+}
+
+void SoftwareUpdater::scheduledTimeHasCome() {
+    if (services_.schedule.untilNextCheck().count() > 0)
+        return scheduleNextCheck();
+    check(CheckInitiator::schedule);
+}
+
+void SoftwareUpdater::permissionAnswered(PermissionAnswer answer) {
+    services_.dialogs.close();
+    enter(Phase::idle);
+    setAutomaticallyChecksForUpdates(answer == PermissionAnswer::check);
+}
+
+void SoftwareUpdater::setAutomaticallyChecksForUpdates(bool checks) {
+    services_.schedule.setUserWantsChecks(checks);
+    flags_.set(UpdaterFlag::automaticallyChecksForUpdates, checks);
+    scheduleNextCheck();
+}
+
+void SoftwareUpdater::setAutomaticallyDownloadsUpdates(bool downloads) {
+    services_.schedule.setUserWantsDownloads(downloads);
+    flags_.set(UpdaterFlag::automaticallyDownloadsUpdates, downloads);
+}
+
+void SoftwareUpdater::checkForUpdates() {
+    const bool isInBackground = initiator_ == CheckInitiator::schedule;
+    initiator_ = CheckInitiator::user;
+    if (services_.work == nullptr)
+        return services_.dialogs.showError(updateError(UpdateErrorCode::notConfigured),
+                                           [this] { services_.dialogs.close(); });
+    if (phase_ == Phase::idle)
+        check(CheckInitiator::user);
+    else if (phase_ == Phase::ready)
+        showReady(Prominence::inFront);
+    else if (phase_ == Phase::checking && isInBackground)
+        showChecking();
+    else if (phase_ == Phase::downloading && isInBackground)
+        showDownloading();
+    else
+        services_.dialogs.bringForward();
+}
+
+void SoftwareUpdater::check(CheckInitiator initiator) {
+    enter(Phase::checking);
+    initiator_ = initiator;
+    services_.schedule.noteCheck();
+    if (initiator == CheckInitiator::user)
+        showChecking();
+    services_.work->fetchFeed([this](const auto& feed) { feedArrived(feed); });
+}
+
+void SoftwareUpdater::showChecking() {
+    services_.dialogs.showChecking([this] { cancelledByUser(); });
+}
+
+void SoftwareUpdater::feedArrived(const UpdateWork::Feed& feed) {
+    if (!feed)
+        return abort(feed.error(), tellingOfInitiator());
+    const bool isUser = initiator_ == CheckInitiator::user;
+    const auto choice =
+        chooseUpdate(*feed, {.currentVersion = services_.currentVersion,
+                             .systemVersion = runningSystemVersion(),
+                             .skippedVersion = isUser ? "" : services_.schedule.skippedVersion()});
+    if (!choice.item)
+        return nothingToOffer(choice.reason);
+    item_ = choice.item;
+    const bool mayDownload = flags_.value(UpdaterFlag::automaticallyDownloadsUpdates) &&
+                             flags_.value(UpdaterFlag::allowsAutomaticUpdates);
+    if (!isUser && mayDownload)
+        return download();
+    offer(isUser ? Prominence::inFront : Prominence::quiet);
+}
+
+void SoftwareUpdater::nothingToOffer(NoUpdateReason reason) {
+    const Error error = updateError(UpdateErrorCode::noUpdate);
+    enter(Phase::telling);
+    services_.delegate.updaterDidNotFindUpdate({.error = error, .reason = reason, .initiator = initiator_});
+    services_.delegate.updaterDidAbort(error);
+    if (initiator_ == CheckInitiator::schedule)
+        return enter(Phase::idle);
+    services_.dialogs.showUpToDate(services_.currentVersion, reason, [this] {
+        services_.dialogs.close();
+        enter(Phase::idle);
+    });
+}
+
+void SoftwareUpdater::offer(Prominence prominence) {
+    enter(Phase::offering);
+    services_.dialogs.showAvailable({.item = *item_,
+                                     .currentVersion = services_.currentVersion,
+                                     .replaceability = services_.work->replaceability()},
+                                    prominence, [this](UpdateAnswer answer) { offerAnswered(answer); });
+}
+
+void SoftwareUpdater::offerAnswered(UpdateAnswer answer) {
+    if (answer == UpdateAnswer::install) {
+        initiator_ = CheckInitiator::user;
+        return download();
+    }
+    if (answer == UpdateAnswer::skip)
+        services_.schedule.setSkippedVersion(item_->version);
+    if (answer == UpdateAnswer::openDownloadPage)
+        services_.dialogs.openPage(item_->link.empty() ? item_->enclosure.url : item_->link);
+    services_.dialogs.close();
+    enter(Phase::idle);
+}
+
+void SoftwareUpdater::download() {
+    enter(Phase::downloading);
+    progress_ = {.received = 0, .total = item_->enclosure.length};
+    if (initiator_ == CheckInitiator::user)
+        showDownloading();
+    services_.work->prepare(
+        *item_,
+        [this](DownloadProgress progress) {
+            progress_ = progress;
+            if (initiator_ == CheckInitiator::user)
+                services_.dialogs.showProgress(progress);
+        },
+        [this](const Result<void>& outcome) { prepared(outcome); });
+}
+
+void SoftwareUpdater::showDownloading() {
+    services_.dialogs.showDownloading(*item_, [this] { cancelledByUser(); });
+    services_.dialogs.showProgress(progress_);
+}
+
+void SoftwareUpdater::prepared(const Result<void>& outcome) {
+    if (!outcome)
+        return abort(outcome.error(), tellingOfInitiator());
+    enter(Phase::ready);
+    showReady(initiator_ == CheckInitiator::user ? Prominence::inFront : Prominence::quiet);
+}
+
+void SoftwareUpdater::showReady(Prominence prominence) {
+    services_.dialogs.showReady(*item_, prominence, [this](ReadyAnswer answer) {
+        if (answer == ReadyAnswer::installAndRelaunch)
+            install();
+        else
+            services_.dialogs.close(); // it is installed when the program ends
+    });
+}
+
+void SoftwareUpdater::install() {
+    enter(Phase::installing);
+    services_.dialogs.showInstalling(*item_);
+    if (auto installed = services_.work->install(); !installed)
+        return abort(installed.error(), Telling::user);
+    services_.application.openSuccessor(services_.work->program(),
+                                        [this](const auto& error) { relaunched(error); });
+}
+
+void SoftwareUpdater::relaunched(const std::optional<Error>& error) {
+    if (!error) {
+        services_.mainQueue.post([&application = services_.application] { application.terminate(); });
+        return;
+    }
+    const auto reverted = services_.work->revert();
+    abort(reverted ? updateError(UpdateErrorCode::notRelaunched, *error) : reverted.error(), Telling::user);
+}
+
+void SoftwareUpdater::cancelledByUser() {
+    services_.dialogs.close();
+    abort(updateError(UpdateErrorCode::cancelledByUser), Telling::delegateOnly);
+}
+
+SoftwareUpdater::Telling SoftwareUpdater::tellingOfInitiator() const {
+    return initiator_ == CheckInitiator::user ? Telling::user : Telling::delegateOnly;
+}
+
+void SoftwareUpdater::abort(const Error& error, Telling telling) {
+    services_.work->cancel();
+    services_.delegate.updaterDidAbort(error);
+    if (telling == Telling::delegateOnly)
+        return enter(Phase::idle);
+    enter(Phase::telling);
+    services_.dialogs.showError(error, [this] {
+        services_.dialogs.close();
+        enter(Phase::idle);
+    });
+}
+
+void SoftwareUpdater::applicationWillTerminate() {
+    if (services_.work == nullptr)
+        return;
+    if (phase_ == Phase::ready) {
+        if (auto installed = services_.work->install(); !installed)
+            services_.delegate.updaterDidAbort(installed.error());
+    } else if (phase_ != Phase::installing) {
+        services_.work->cancel();
+    }
+    timer_.stop();
+}
+
+} // namespace glimmerly

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "platform/linux/updates/UpdateDialogs.h"
+#include "platform/linux/updates/UpdateSchedule.h"
+#include "platform/linux/updates/UpdateWork.h"
+#include "platform/linux/updates/UpdaterFlags.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <optional>
+
+namespace glimmerly {
+
+class Application;
+class MainQueue;
+
+/// What the updater works with; all of it must outlive it.
+struct SoftwareUpdaterServices {
+    MainQueue& mainQueue;
+    Application& application;
+    UpdateDialogs& dialogs;
+    UpdaterDelegate& delegate;
+    UpdateSchedule& schedule;
+    UpdateWork* work; ///< none: the bundle names no feed, or no public key
+    std::string currentVersion;
+};
+
+/// Takes an update from the check to the relaunch, one at a time.
+class SoftwareUpdater final : public QObject, public Updater {
+public:
+    explicit SoftwareUpdater(SoftwareUpdaterServices services);
+
+    /// Called once: from here on checks are made as scheduled.
+    void start();
+    /// A check that the user asked for.
+    void checkForUpdates();
+    /// Gives up what is under way; a version that is ready is put in this one's place.
+    void applicationWillTerminate();
+
+    [[nodiscard]] bool value(UpdaterFlag flag) const override { return flags_.value(flag); }
+    [[nodiscard]] Observation observe(UpdaterFlag flag, std::function<void(bool)> handler) override {
+        return flags_.observe(flag, std::move(handler));
+    }
+    void setAutomaticallyChecksForUpdates(bool checks) override;
+    void setAutomaticallyDownloadsUpdates(bool downloads) override;
+
+private:
+    enum class Phase {
+        idle,
+        askingPermission,
+        checking,
+        telling, ///< how it ended, until the user has read it
+        offering,
+        downloading,
+        ready, ///< a version waits for a click or for the program's end
+        installing,
+    };
+
+    void enter(Phase phase);
+    void scheduleNextCheck();
+    void scheduledTimeHasCome();
+    void permissionAnswered(PermissionAnswer answer);
+
+    void check(CheckInitiator initiator);
+    void feedArrived(const UpdateWork::Feed& feed);
+    void nothingToOffer(NoUpdateReason reason);
+    void offer(Prominence prominence);
+    void offerAnswered(UpdateAnswer answer);
+
+    void download();
+    void prepared(const Result<void>& outcome);
+    void showReady(Prominence prominence);
+    void install();
+    void relaunched(const std::optional<Error>& error);
+
+    void showChecking();
+    void showDownloading();
+    void cancelledByUser();
+    /// Ends the update at hand: the delegate hears of it, and the user when `telling` says so.
+    enum class Telling { user, delegateOnly };
+    void abort(const Error& error, Telling telling);
+    [[nodiscard]] Telling tellingOfInitiator() const;
+
+    SoftwareUpdaterServices services_;
+    UpdaterFlags flags_;
+    QTimer timer_;
+    Phase phase_ = Phase::idle;
+    CheckInitiator initiator_ = CheckInitiator::schedule; ///< of the update at hand
+    DownloadProgress progress_;
+    std::optional<AppcastItem> item_; ///< that is offered, downloaded or ready
+};
+
+} // namespace glimmerly

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/Updates.h"
+#include "platform/linux/updates/UpdateWork.h"
+#include "platform/linux/updates/feed/Appcast.h"
+
+#include <functional>
+#include <string>
+
+namespace glimmerly {
+
+enum class UpdateAnswer { install, later, skip, openDownloadPage };
+enum class ReadyAnswer { installAndRelaunch, later };
+enum class PermissionAnswer { check, doNotCheck };
+
+/// Whether a dialog takes the keyboard, as one that the user asked for does.
+enum class Prominence { inFront, quiet };
+
+/// A newer version, as it is told to the user.
+struct OfferedUpdate {
+    AppcastItem item;
+    std::string currentVersion;
+    Replaceability replaceability{};
+};
+
+/// What the updater says to the user and hears back. One dialog at a time: each takes the place of the one
+/// before. An answer comes once; closing a dialog is the answer that changes least. Main thread only.
+class UpdateDialogs {
+public:
+    virtual ~UpdateDialogs() = default;
+
+    virtual void askForPermission(std::function<void(PermissionAnswer)> answer) = 0;
+    virtual void showChecking(std::function<void()> cancel) = 0;
+    virtual void showUpToDate(const std::string& currentVersion, NoUpdateReason reason,
+                              std::function<void()> acknowledged) = 0;
+    virtual void showAvailable(const OfferedUpdate& update, Prominence prominence,
+                               std::function<void(UpdateAnswer)> answer) = 0;
+    virtual void showDownloading(const AppcastItem& item, std::function<void()> cancel) = 0;
+    /// While downloading.
+    virtual void showProgress(DownloadProgress progress) = 0;
+    virtual void showReady(const AppcastItem& item, Prominence prominence,
+                           std::function<void(ReadyAnswer)> answer) = 0;
+    virtual void showInstalling(const AppcastItem& item) = 0;
+    virtual void showError(const Error& error, std::function<void()> acknowledged) = 0;
+    virtual void openPage(const std::string& url) = 0;
+    /// Brings the dialog that is shown forward.
+    virtual void bringForward() = 0;
+    virtual void close() = 0;
+};
+
+} // namespace glimmerly

@@ -1,0 +1,57 @@
+#include "platform/linux/updates/UpdateError.h"
+
+#include <cerrno>
+
+namespace glimmerly {
+
+namespace {
+
+const char* wordsFor(UpdateErrorCode code) {
+    switch (code) {
+    case UpdateErrorCode::feedInvalid:
+        return "The server for updates sent something that is not a list of updates. Please try again later.";
+    case UpdateErrorCode::noUpdate:
+        return "You’re up to date!";
+    case UpdateErrorCode::feedUnreachable:
+        return "The server for updates could not be reached. Please check your network connection and try "
+               "again.";
+    case UpdateErrorCode::notConfigured:
+        return "This copy of the program was built without updates.";
+    case UpdateErrorCode::downloadFailed:
+        return "The update could not be downloaded. Please check your network connection and try again.";
+    case UpdateErrorCode::archiveUnusable:
+        return "The update could not be unpacked. Nothing was changed.";
+    case UpdateErrorCode::signatureInvalid:
+        return "The update was damaged on its way, or does not come from the makers of this program. It was "
+               "not installed.";
+    case UpdateErrorCode::versionUnexpected:
+        return "The update is not the version that was announced. It was not installed.";
+    case UpdateErrorCode::notReplaceable:
+        return "The update cannot be installed in the folder that this program is in.";
+    case UpdateErrorCode::notInstalled:
+        return "The update could not be installed. This version stays as it is.";
+    case UpdateErrorCode::notRelaunched:
+        return "The new version did not start, so this version was put back.";
+    case UpdateErrorCode::cancelledByUser:
+        return "The update was cancelled.";
+    }
+    return "";
+}
+
+bool isFullDisk(const std::optional<Error>& cause) {
+    return cause && cause->domain() == "POSIX" && (cause->code() == ENOSPC || cause->code() == EDQUOT);
+}
+
+} // namespace
+
+Error updateError(UpdateErrorCode code, const std::optional<Error>& cause) {
+    const char* words = isFullDisk(cause)
+                            ? "There is not enough room on the disk for the update. Nothing was changed."
+                            : wordsFor(code);
+    Error error(std::string(updateErrorDomain), static_cast<int>(code), words);
+    if (!cause)
+        return error;
+    return std::move(error).withFailureReason(cause->description()).withUnderlying(*cause);
+}
+
+} // namespace glimmerly

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/Updates.h"
+
+namespace glimmerly {
+
+/// The updater's error `code`, in words for the user; `cause` is what led to it. A full disk is told as such.
+[[nodiscard]] Error updateError(UpdateErrorCode code, const std::optional<Error>& cause = {});
+
+[[nodiscard]] inline bool isCode(const Error& error, UpdateErrorCode code) {
+    return error.domain() == updateErrorDomain && error.code() == static_cast<int>(code);
+}
+
+} // namespace glimmerly

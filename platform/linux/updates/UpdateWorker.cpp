@@ -1,0 +1,176 @@
+#include "platform/linux/updates/UpdateWorker.h"
+
+#include "platform/MainQueue.h"
+#include "platform/http/HttpDownload.h"
+#include "platform/linux/updates/UpdateError.h"
+#include "platform/linux/updates/feed/VersionOrder.h"
+#include "platform/linux/updates/install/MappedFile.h"
+#include "platform/threads/Threads.h"
+
+namespace glimmerly {
+
+namespace {
+
+constexpr std::uint64_t largestArchive = 512u << 20; // bytes
+
+std::unexpected<Error> updateFailure(UpdateErrorCode code, const std::optional<Error>& cause = {}) {
+    return failure(updateError(code, cause));
+}
+
+} // namespace
+
+UpdateWorker::UpdateWorker(Options options, MainQueue& mainQueue)
+    : options_(std::move(options)), mainQueue_(mainQueue) {}
+
+UpdateWorker::~UpdateWorker() {
+    stop_.request_stop();
+}
+
+SerialQueue& UpdateWorker::queue() {
+    if (!queue_)
+        queue_ = std::make_unique<SerialQueue>("app.glimmerly.Glimmerly.updates", becomeUtilityThread);
+    return *queue_;
+}
+
+void UpdateWorker::post(const std::stop_token& stop, std::function<void()> task) {
+    mainQueue_.post([stop, task = std::move(task)] {
+        if (!stop.stop_requested())
+            task();
+    });
+}
+
+void UpdateWorker::fetchFeed(std::function<void(Feed)> completion) {
+    queue().async([this, stop = stop_.get_token(), completion = std::move(completion)] {
+        post(stop, [completion, outcome = feed(stop)] { completion(outcome); });
+    });
+}
+
+void UpdateWorker::prepare(const AppcastItem& item, std::function<void(DownloadProgress)> progress,
+                           std::function<void(Result<void>)> completion) {
+    queue().async([this, stop = stop_.get_token(), item, progress = std::move(progress),
+                   completion = std::move(completion)] {
+        const auto tell = [&](DownloadProgress now) { post(stop, [progress, now] { progress(now); }); };
+        auto outcome = staged(item, tell, stop);
+        if (!outcome)
+            return post(stop, [completion, error = outcome.error()] { completion(failure(error)); });
+        // What is given up goes away with the last copy of the task.
+        const auto ready = std::make_shared<StagedUpdate>(std::move(*outcome));
+        post(stop, [this, completion, ready] {
+            staged_ = ready;
+            completion({});
+        });
+    });
+}
+
+void UpdateWorker::cancel() {
+    stop_.request_stop();
+    queue_.reset(); // which waits for it
+    staged_.reset();
+    stop_ = {};
+}
+
+UpdateWork::Feed UpdateWorker::feed(const std::stop_token& stop) const {
+    AppcastReader reader;
+    bool isUnderstood = true;
+    const auto fetched = fetch(
+        {.url = options_.feedURL,
+         .largest = 2 * appcast_limits::feed, // the reader refuses it earlier
+         .certificateAuthorities = options_.certificateAuthorities},
+        [&](std::span<const std::byte> bytes) {
+            auto added = reader.add({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+            isUnderstood = added.has_value();
+            return added;
+        },
+        stop);
+    if (!fetched)
+        return updateFailure(isUnderstood ? UpdateErrorCode::feedUnreachable : UpdateErrorCode::feedInvalid,
+                             fetched.error());
+    auto items = reader.finish();
+    if (!items)
+        return updateFailure(UpdateErrorCode::feedInvalid, items.error());
+    return items;
+}
+
+Result<StagedUpdate> UpdateWorker::staged(const AppcastItem& item, const Progress& progress,
+                                          const std::stop_token& stop) const {
+    if (compareVersions(item.version, options_.currentVersion) <= 0)
+        return updateFailure(UpdateErrorCode::versionUnexpected);
+    auto update = StagedUpdate::begin(options_.installed);
+    if (!update)
+        return updateFailure(UpdateErrorCode::notReplaceable, update.error());
+    auto archive = ArrivingArchive::create(update->slot());
+    if (!archive)
+        return updateFailure(UpdateErrorCode::downloadFailed, archive.error());
+    if (auto downloaded = download(item, *archive, progress, stop); !downloaded)
+        return failure(downloaded.error());
+    if (auto unpacked = unpack(item, *archive, *update); !unpacked)
+        return failure(unpacked.error());
+    return update;
+}
+
+Result<void> UpdateWorker::download(const AppcastItem& item, ArrivingArchive& archive,
+                                    const Progress& progress, const std::stop_token& stop) const {
+    const std::uint64_t length = item.enclosure.length;
+    std::uint64_t told = 0;
+    const auto receive = [&](std::span<const std::byte> bytes) {
+        constexpr std::uint64_t steps = 200; // of the progress, more of which nobody sees
+        auto added = archive.add(bytes);
+        if (archive.size() * steps / length > told) {
+            told = archive.size() * steps / length;
+            progress({archive.size(), length});
+        }
+        return added;
+    };
+    if (length > largestArchive)
+        return updateFailure(UpdateErrorCode::archiveUnusable);
+    progress({0, length});
+    const auto fetched = fetch({.url = item.enclosure.url,
+                                .largest = length,
+                                .certificateAuthorities = options_.certificateAuthorities},
+                               receive, stop);
+    if (!fetched)
+        return updateFailure(UpdateErrorCode::downloadFailed, fetched.error());
+    return {};
+}
+
+Result<void> UpdateWorker::unpack(const AppcastItem& item, const ArrivingArchive& archive,
+                                  StagedUpdate& staged) const {
+    if (archive.size() != item.enclosure.length)
+        return updateFailure(UpdateErrorCode::signatureInvalid,
+                             Error("GlimmerlyUpdate", 0, "The archive is shorter than announced."));
+    const auto mapped = MappedFile::of(archive.file(), archive.size());
+    if (!mapped)
+        return updateFailure(UpdateErrorCode::archiveUnusable, mapped.error());
+    // What is unpacked are the very bytes whose signature was right.
+    if (!options_.key.hasSigned(mapped->bytes(), item.enclosure.signature))
+        return updateFailure(UpdateErrorCode::signatureInvalid,
+                             Error("GlimmerlyUpdate", 1, "The archive’s signature is wrong."));
+    if (auto unpacked = staged.unpack(mapped->bytes()); !unpacked)
+        return updateFailure(UpdateErrorCode::archiveUnusable, unpacked.error());
+    if (staged.version() != item.version)
+        return updateFailure(
+            UpdateErrorCode::versionUnexpected,
+            Error("GlimmerlyUpdate", 2,
+                  "The archive holds the version " + staged.version().value_or("none") + "."));
+    return {};
+}
+
+Result<void> UpdateWorker::install() {
+    if (!staged_)
+        return updateFailure(UpdateErrorCode::notInstalled);
+    if (auto installed = staged_->install(); !installed)
+        return updateFailure(UpdateErrorCode::notInstalled, installed.error());
+    return {};
+}
+
+Result<void> UpdateWorker::revert() {
+    if (!staged_)
+        return updateFailure(UpdateErrorCode::notInstalled);
+    return staged_->revert();
+}
+
+std::filesystem::path UpdateWorker::program() const {
+    return options_.installed.path() / InstalledFolder::program;
+}
+
+} // namespace glimmerly

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "platform/linux/updates/UpdateDialogs.h"
+
+#include <QWidget>
+
+#include <vector>
+
+class QBoxLayout;
+
+namespace glimmerly {
+
+class UiProgressBar;
+class UiLabel;
+
+/// What the update window shows at a time.
+struct UpdatePage {
+    enum class Progress { none, busy, measured };
+    struct Button {
+        QString label;
+        std::function<void()> action;
+    };
+
+    QString title;
+    QString message{};
+    const AppcastItem* notes = nullptr; ///< read while the page is made; none: the page has no notes
+    Progress progress = Progress::none;
+    /// From left to right; the last one is the one that Return chooses.
+    std::vector<Button> buttons{};
+    /// What closing the window means; empty: it cannot be closed.
+    std::function<void()> dismiss{};
+};
+
+/// The one window of the updater.
+class UpdateWindow : public QWidget {
+public:
+    UpdateWindow();
+
+    void showPage(const UpdatePage& page, Prominence prominence);
+    /// On a page with measured progress.
+    void setProgress(DownloadProgress progress);
+    void bringForward();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    [[nodiscard]] QWidget* makeContent(const UpdatePage& page);
+    [[nodiscard]] QLayout* makeHeader(const UpdatePage& page) const;
+    void addProgress(QBoxLayout& column, UpdatePage::Progress progress);
+    void addButtons(QBoxLayout& column, const std::vector<UpdatePage::Button>& buttons);
+    void present(Prominence prominence);
+
+    QWidget* content_ = nullptr;
+    UiProgressBar* progressBar_ = nullptr;
+    UiLabel* progressText_ = nullptr;
+    std::function<void()> dismiss_;
+};
+
+} // namespace glimmerly

@@ -1,6 +1,8 @@
+#include "overlay/toolbar/OverlayToolbarView.h"
 #include "tests/overlay/CanvasOnDisplay.h"
 
 #include <QBackingStore>
+#include <QPainter>
 #include <QScreen>
 #include <gtest/gtest.h>
 
@@ -27,10 +29,25 @@ TEST(CanvasRepaint, DrawsWhatChangedAsIfAllWereDrawnAfresh) {
         return PixelPoint{std::uniform_int_distribution(-20, 620)(random),
                           std::uniform_int_distribution(-20, 420)(random)};
     };
+    /// A handle of what was drawn last.
+    const auto lastDrawn = [&] {
+        const auto& list = canvas.view->annotations().appliedList();
+        if (list.empty())
+            return pixel();
+        const auto* arrow = std::get_if<ArrowShape>(&list.back().kind);
+        const Point p = arrow ? arrow->start : std::get<RectangleShape>(list.back().kind).rect.origin();
+        return PixelPoint{static_cast<int>(std::lround(p.x * scale)),
+                          static_cast<int>(std::lround((canvas.view->bounds().height - p.y) * scale)) -
+                              canvas.rowsAbove};
+    };
     const auto expectAllDrawn = [&](const char* step) {
-        const QImage incremental = held(*canvas.view);
+        QImage incremental = held(*canvas.view);
         canvas.view->update();
-        const QImage fresh = held(*canvas.view);
+        QImage fresh = held(*canvas.view);
+        if (!canvas.view->toolbar().isHidden()) { // its buttons light up and go out slowly
+            for (QImage* image : {&incremental, &fresh})
+                QPainter(image).fillRect(canvas.view->toolbar().geometry(), Qt::black);
+        }
         ASSERT_EQ(incremental.size(), fresh.size());
         if (incremental == fresh)
             return;
@@ -45,10 +62,17 @@ TEST(CanvasRepaint, DrawsWhatChangedAsIfAllWereDrawnAfresh) {
         FAIL() << step << ": stale within " << area.x() << ", " << area.y() << ", " << area.width() << " x "
                << area.height();
     };
-    for (int round = 0; round < 12; ++round) {
+    for (int round = 0; round < 24; ++round) {
+        if (round == 8) { // from here on drags draw, and change what was drawn
+            canvas.select({40, 40}, {560, 380});
+            canvas.view->toolbar().setSelectedColor("red");
+        }
+        if (round >= 8)
+            canvas.view->toolbar().setSelectedTool(round % 2 ? SelectionTool::arrow
+                                                             : SelectionTool::rectangle);
         canvas.move(pixel());
         expectAllDrawn("moved");
-        PixelPoint at = pixel();
+        PixelPoint at = round % 4 < 2 ? pixel() : lastDrawn();
         canvas.press(at);
         expectAllDrawn("pressed");
         for (int step = 0; step < 4; ++step) {
@@ -60,6 +84,7 @@ TEST(CanvasRepaint, DrawsWhatChangedAsIfAllWereDrawnAfresh) {
         canvas.release(at);
         expectAllDrawn("released");
     }
+    EXPECT_GT(canvas.view->annotations().undoStack().size(), 8u) << "drawn and changed";
 }
 
 TEST(CanvasRepaint, DraggingACornerRepaintsLittle) {

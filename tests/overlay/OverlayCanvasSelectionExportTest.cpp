@@ -1,6 +1,5 @@
 #include "overlay/export/OverlayCanvasSelectionExport.h"
 
-#include "platform/png/PngDecoder.h"
 #include "tests/overlay/CanvasOnDisplay.h"
 #include "tests/support/LogCapture.h"
 
@@ -97,21 +96,6 @@ TEST(SelectionExport, ReportsWhatThePasteboardAnswers) {
     EXPECT_EQ(log.records()[0].level, GlimmerlyLog::Level::error);
     EXPECT_EQ(log.records()[0].category, "OverlayExport");
     EXPECT_EQ(log.records()[0].message, "writeCroppedImageToPasteboard returned false");
-}
-
-TEST(SelectionExport, SavesAPngThatReadsBackTheSame) {
-    LogCapture log;
-    const ScratchDirectory directory;
-    const Bitmap part = noisePicture({300, 200}).view({17, 5, 123, 77});
-    const auto file = directory.path() / "Glimmerly Capture.png";
-    ASSERT_TRUE(writeCroppedImagePNG(part, file));
-    EXPECT_EQ(PngDecoder::open(file).value().decode().value(), part);
-
-    EXPECT_FALSE(writeCroppedImagePNG(part, directory.path() / "no such folder" / "x.png"));
-    const auto lines = log.withMessage("Atomic PNG write failed from overlay save");
-    ASSERT_EQ(lines.size(), 1U);
-    EXPECT_EQ(lines[0].metadata->at("url"), "x.png");
-    EXPECT_TRUE(lines[0].errorSummary);
 }
 
 } // namespace

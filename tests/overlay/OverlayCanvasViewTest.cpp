@@ -32,19 +32,6 @@ TEST(OverlayCanvasView, DrawsASelectionFromTheMouseDown) {
     EXPECT_EQ(canvas.view->selectionRect(), pointsOf({350, 20, 10, 20}, 300)) << "a drag replaces it";
 }
 
-TEST(OverlayCanvasView, ResizesByTheHandles) {
-    CanvasOnDisplay canvas({400, 300});
-    canvas.select({100, 100}, {200, 200});
-    canvas.select({203, 97}, {250, 80}); // grabbed beside the north-east handle, which jumps to the pointer
-    EXPECT_EQ(canvas.view->selectionRect(), pointsOf({100, 80, 150, 120}, 300));
-    canvas.select({250, 140}, {60, 10}); // the east handle, past the west edge: only x changes
-    EXPECT_EQ(canvas.view->selectionRect(), pointsOf({60, 80, 40, 120}, 300));
-    canvas.select({80, 200}, {80, 900}); // the south handle, beyond the display
-    EXPECT_EQ(canvas.view->selectionRect(), pointsOf({60, 80, 40, 220}, 300));
-    canvas.select({100, 190}, {61, 190});
-    EXPECT_FALSE(canvas.view->selectionRect()) << "one point wide";
-}
-
 TEST(OverlayCanvasView, OnlyTheLeftButtonSelects) {
     CanvasOnDisplay canvas({400, 300});
     canvas.send(QEvent::MouseButtonPress, {100, 100}, Qt::RightButton, Qt::RightButton);
@@ -58,19 +45,6 @@ TEST(OverlayCanvasView, OnlyTheLeftButtonSelects) {
     canvas.drag({200, 200});
     canvas.release({200, 200});
     EXPECT_EQ(canvas.view->selectionRect(), pointsOf({100, 100, 100, 100}, 300));
-}
-
-TEST(OverlayCanvasView, ShowsTheCaptureItselfUntilSomethingIsSelected) {
-    for (const double scale : {1.0, 1.25, 1.5, 1.75, 2.0}) {
-        CanvasOnDisplay canvas({301, 203}, scale);
-        const QImage shown = canvas.rendered();
-        for (int y = 0; y < 203; ++y) {
-            const auto* row =
-                reinterpret_cast<const Bitmap::Pixel*>(shown.constScanLine(y + canvas.rowsAbove));
-            ASSERT_TRUE(std::equal(row, row + 301, canvas.capture.row(y).begin()))
-                << "row " << y << " at " << scale;
-        }
-    }
 }
 
 TEST(OverlayCanvasView, DimsAllButTheSelectionWhichShowsTheCapture) {

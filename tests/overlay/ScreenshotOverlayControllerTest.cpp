@@ -1,21 +1,6 @@
-#include "overlay/ScreenshotOverlayController.h"
+#include "tests/overlay/ControllerFixture.h"
 
-#include "overlay/canvas/OverlayCanvasView.h"
-#include "platform/png/PngEncoder.h"
-#include "tests/support/FakeApplication.h"
-#include "tests/support/FakeMainQueue.h"
-#include "tests/support/FakeOverlayWindows.h"
-#include "tests/support/FakePasteboard.h"
-#include "tests/support/FakeSavePanel.h"
-#include "tests/support/FakeScreens.h"
-#include "tests/support/FakeTelemetry.h"
-#include "tests/support/FakeWorkspace.h"
-#include "tests/support/LogCapture.h"
-#include "tests/support/ScratchDirectory.h"
-
-#include <QApplication>
 #include <QKeyEvent>
-#include <QMouseEvent>
 #include <QTextEdit>
 #include <QWindow>
 #include <gmock/gmock.h>
@@ -31,41 +16,8 @@ constexpr std::string_view copyFailure =
 
 enum class KeyRepeat { first, repeated };
 
-class ScreenshotOverlayControllerTest : public testing::Test {
+class ScreenshotOverlayControllerTest : public ControllerFixture {
 protected:
-    ~ScreenshotOverlayControllerTest() override {
-        controller.reset();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-
-    std::filesystem::path newCaptureFile(const std::string& name = "glimmerly-capture-1.png") {
-        const auto path = directory.path() / name;
-        writeContent(path, "not decoded here");
-        return path;
-    }
-
-    std::filesystem::path newPicture() {
-        Bitmap picture({1280, 800});
-        for (int y = 0; y < picture.height(); ++y)
-            std::ranges::fill(picture.row(y), 0xff336699u);
-        const auto path = directory.path() / "picture.png";
-        const auto png = encodePng(picture, PngProfile::quick).value();
-        writeContent(path, {reinterpret_cast<const char*>(png.data()), png.size()});
-        return path;
-    }
-
-    /// Drags out a selection, in the window's points from the top left.
-    void select(QPointF from, QPointF to) {
-        QWidget* canvas = controller->window()->contentView();
-        const auto send = [&](QEvent::Type type, QPointF at, Qt::MouseButtons buttons) {
-            QMouseEvent event(type, at, at, at, Qt::LeftButton, buttons, Qt::NoModifier);
-            QCoreApplication::sendEvent(canvas, &event);
-        };
-        send(QEvent::MouseButtonPress, from, Qt::LeftButton);
-        send(QEvent::MouseMove, to, Qt::LeftButton);
-        send(QEvent::MouseButtonRelease, to, Qt::NoButton);
-    }
-
     /// Sends a key press the way the desktop does: to the window, not to a widget. True when it got through
     /// to the focused widget.
     bool press(int key, KeyRepeat repeat = KeyRepeat::first) {
@@ -76,12 +28,11 @@ protected:
         return !typed.empty();
     }
 
-    /// A child of the canvas that keeps the keys typed into it; it becomes the first responder.
-    template <typename Editor>
-    Editor* typeInto() {
-        class Recorder : public Editor {
+    /// Makes a child of the canvas, which keeps the keys typed into it, the first responder.
+    void typeIntoAnEditor() {
+        class Recorder : public QTextEdit {
         public:
-            Recorder(QWidget* parent, std::vector<int>& keys) : Editor(parent), keys_(keys) {}
+            Recorder(QWidget* parent, std::vector<int>& keys) : QTextEdit(parent), keys_(keys) {}
             void keyPressEvent(QKeyEvent* event) override { keys_.push_back(event->key()); }
 
         private:
@@ -90,32 +41,9 @@ protected:
         auto* editor = new Recorder(controller->window()->contentView(), typed);
         editor->show();
         editor->setFocus();
-        return editor;
     }
 
-    ScratchDirectory directory;
-    LogCapture log;
-    FakeApplication application;
-    FakeScreens screens{{FakeScreens::display({1280, 800})}};
-    FakeWorkspace workspace;
-    FakeOverlayWindows overlayWindows;
-    FakePasteboard pasteboard;
-    FakeSavePanel savePanel;
-    FakeMainQueue mainQueue;
-    FakeTelemetry telemetry;
     std::vector<int> typed;
-    std::unique_ptr<ScreenshotOverlayController> controller =
-        std::make_unique<ScreenshotOverlayController>(OverlayControllerServices{
-            .application = application,
-            .screens = screens,
-            .workspace = workspace,
-            .overlayWindows = overlayWindows,
-            .pasteboard = pasteboard,
-            .savePanel = savePanel,
-            .mainQueue = mainQueue,
-            .telemetry = telemetry,
-            .bundleIdentifier = "app.glimmerly.Glimmerly",
-        });
 };
 
 TEST_F(ScreenshotOverlayControllerTest, OpensTwoPointsTallerOnTheScreenNowUnderTheMouse) {
@@ -123,7 +51,7 @@ TEST_F(ScreenshotOverlayControllerTest, OpensTwoPointsTallerOnTheScreenNowUnderT
     right.frame = right.frame.offsetBy(1280, 40);
     screens.all.push_back(right);
     screens.mouse = {1300, 100};
-    controller->presentOverlay(newCaptureFile());
+    controller->presentOverlay(newCapture());
 
     EXPECT_EQ(overlayWindows.screen, right);
     EXPECT_EQ(overlayWindows.frame, (Rect{1280, 40, 1000, 502}));
@@ -139,7 +67,7 @@ TEST_F(ScreenshotOverlayControllerTest, OpensTwoPointsTallerOnTheScreenNowUnderT
 }
 
 TEST_F(ScreenshotOverlayControllerTest, ClosesInOrderAndOnlyOnce) {
-    const auto file = newCaptureFile();
+    const auto file = newCapture();
     std::vector<std::string> steps;
     const auto note = [&](const std::string& step) {
         return [&, step] { steps.push_back(step + (exists(file) ? "" : " after the file went")); };
@@ -161,7 +89,7 @@ TEST_F(ScreenshotOverlayControllerTest, RestoresAnyApplicationButThisOne) {
     const auto activationsAfterOverlay = [&](std::optional<std::string> identifier) {
         const auto frontmost = std::make_shared<FakeRunningApplication>(std::move(identifier));
         workspace.frontmost = frontmost;
-        controller->presentOverlay(newCaptureFile());
+        controller->presentOverlay(newCapture());
         controller->closeOverlay();
         return frontmost->activations;
     };
@@ -169,16 +97,14 @@ TEST_F(ScreenshotOverlayControllerTest, RestoresAnyApplicationButThisOne) {
     EXPECT_EQ(activationsAfterOverlay("app.glimmerly.Glimmerly"), 0);
     EXPECT_EQ(activationsAfterOverlay(std::nullopt), 1);
 
-    controller = std::make_unique<ScreenshotOverlayController>(
-        OverlayControllerServices{application, screens, workspace, overlayWindows, pasteboard, savePanel,
-                                  mainQueue, telemetry, std::nullopt});
+    controller = makeController(std::nullopt);
     EXPECT_EQ(activationsAfterOverlay("org.example.Editor"), 1);
     EXPECT_EQ(activationsAfterOverlay(std::nullopt), 0) << "two missing identifiers are equal";
 }
 
 TEST_F(ScreenshotOverlayControllerTest, ANewCaptureReplacesTheOpenOne) {
-    const auto first = newCaptureFile("first.png");
-    const auto second = newCaptureFile("second.png");
+    const auto first = newCapture("first.png");
+    const auto second = newCapture("second.png");
     controller->presentOverlay(first);
     const QPointer<QWidget> firstCanvas = controller->window()->contentView();
     controller->presentOverlay(second);
@@ -191,11 +117,11 @@ TEST_F(ScreenshotOverlayControllerTest, ANewCaptureReplacesTheOpenOne) {
 }
 
 TEST_F(ScreenshotOverlayControllerTest, KeepsItsWindowUntilTheScreenChanges) {
-    controller->presentOverlay(newCaptureFile());
+    controller->presentOverlay(newCapture());
     const QPointer<QWidget> window = controller->window();
     controller->closeOverlay();
     EXPECT_TRUE(window->isHidden());
-    controller->presentOverlay(newCaptureFile());
+    controller->presentOverlay(newCapture());
     EXPECT_EQ(controller->window(), window);
     EXPECT_TRUE(window->isVisible());
     EXPECT_TRUE(controller->window()->contentView()->isVisible());
@@ -203,14 +129,14 @@ TEST_F(ScreenshotOverlayControllerTest, KeepsItsWindowUntilTheScreenChanges) {
     controller->closeOverlay();
 
     screens.all = {FakeScreens::display({1920, 1200}, 1.5)};
-    controller->presentOverlay(newCaptureFile());
+    controller->presentOverlay(newCapture());
     EXPECT_EQ(window, nullptr);
     EXPECT_EQ(overlayWindows.screen, screens.all[0]);
     EXPECT_EQ(controller->window()->contentView()->size(), QSize(1280, 802));
 }
 
 TEST_F(ScreenshotOverlayControllerTest, AFileThatCannotBeDeletedIsLoggedAndForgotten) {
-    const auto file = newCaptureFile();
+    const auto file = newCapture();
     controller->presentOverlay(file);
     std::filesystem::remove(file);
     controller->closeOverlay();
@@ -226,63 +152,45 @@ TEST_F(ScreenshotOverlayControllerTest, AFileThatCannotBeDeletedIsLoggedAndForgo
 
 TEST_F(ScreenshotOverlayControllerTest, WithoutAnyScreenNothingOpensAndNothingStays) {
     screens = FakeScreens();
-    controller->presentOverlay(newCaptureFile());
+    controller->presentOverlay(newCapture());
     EXPECT_EQ(controller->window(), nullptr);
     EXPECT_THAT(directory.names(), IsEmpty());
 }
 
 TEST_F(ScreenshotOverlayControllerTest, EscapeClosesAlsoWhileTyping) {
-    const auto file = newCaptureFile();
+    const auto file = newCapture();
     controller->presentOverlay(file);
+    typeIntoAnEditor();
     EXPECT_FALSE(press(Qt::Key_Escape));
-    EXPECT_EQ(controller->window(), nullptr);
-    EXPECT_FALSE(exists(file));
-
-    controller->presentOverlay(newCaptureFile());
-    typeInto<QTextEdit>();
-    EXPECT_FALSE(press(Qt::Key_Escape));
-    EXPECT_EQ(controller->window(), nullptr);
-    ASSERT_EQ(telemetry.events.size(), 4u);
-    EXPECT_EQ(telemetry.events[2], (FakeTelemetry::Event{"overlay_opened", {}}));
-    EXPECT_EQ(telemetry.events[3].name, "overlay_dismissed");
-    EXPECT_EQ(telemetry.events[3].properties.at("source"), "esc");
-
-    controller->presentOverlay(newCaptureFile());
+    EXPECT_FALSE(controller->window() || exists(file));
+    ASSERT_EQ(telemetry.events.size(), 2u);
+    EXPECT_EQ(telemetry.events[0], (FakeTelemetry::Event{"overlay_opened", {}}));
+    EXPECT_EQ(telemetry.events[1].name, "overlay_dismissed");
+    EXPECT_EQ(telemetry.events[1].properties.at("source"), "esc");
+    controller->presentOverlay(newCapture());
     controller->closeOverlay();
-    EXPECT_EQ(telemetry.events.size(), 5u) << "closed for another capture, it is not dismissed";
+    EXPECT_EQ(telemetry.events.size(), 3u) << "closed for another capture, it is not dismissed";
 }
 
 TEST_F(ScreenshotOverlayControllerTest, ReturnCopiesTheSelectionAndCloses) {
     for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
-        const auto file = newPicture();
+        const auto file = newCapture();
         controller->presentOverlay(file);
-        select({100, 100}, {140, 130});
+        select();
+        pasteboard.outcome = PasteboardOutcome::refused;
         EXPECT_FALSE(press(key));
-        EXPECT_EQ(controller->window(), nullptr);
-        EXPECT_FALSE(exists(file));
-        ASSERT_TRUE(pasteboard.image);
-        EXPECT_EQ(pasteboard.image->size(), (PixelSize{40, 30}));
-        pasteboard.image.reset();
+        EXPECT_TRUE(controller->window() && exists(file)) << "all as it was, so that the user may try again";
+        pasteboard.outcome = PasteboardOutcome::written;
+        EXPECT_FALSE(press(key));
+        EXPECT_FALSE(controller->window() || exists(file));
+        EXPECT_EQ(std::exchange(pasteboard.image, {}).value().size(), (PixelSize{100, 50}));
     }
+    EXPECT_EQ(log.withMessage(copyFailure).size(), 2u);
     EXPECT_FALSE(controller->copyAndDismiss()) << "no overlay is open";
 }
 
-TEST_F(ScreenshotOverlayControllerTest, ARefusedCopyLeavesEverythingAsItWas) {
-    const auto file = newPicture();
-    controller->presentOverlay(file);
-    select({100, 100}, {140, 130});
-    pasteboard.outcome = PasteboardOutcome::refused;
-    EXPECT_FALSE(controller->copyAndDismiss());
-    EXPECT_EQ(log.withMessage(copyFailure).size(), 1u);
-    EXPECT_TRUE(exists(file));
-
-    pasteboard.outcome = PasteboardOutcome::written;
-    EXPECT_TRUE(controller->copyAndDismiss()) << "the user may try again";
-    EXPECT_EQ(pasteboard.image->size(), (PixelSize{40, 30}));
-}
-
 TEST_F(ScreenshotOverlayControllerTest, ReturnWithoutASelectionCopiesNothingNorDoesItWhileTyping) {
-    controller->presentOverlay(newCaptureFile());
+    controller->presentOverlay(newCapture());
     EXPECT_FALSE(press(Qt::Key_Return)) << "swallowed although there is nothing to copy";
     EXPECT_FALSE(press(Qt::Key_Enter));
     const auto lines = log.withMessage(copyFailure);
@@ -291,7 +199,7 @@ TEST_F(ScreenshotOverlayControllerTest, ReturnWithoutASelectionCopiesNothingNorD
     EXPECT_EQ(lines[0].category, "Overlay");
     EXPECT_TRUE(controller->window()->isVisible()) << "a failed copy leaves the overlay open";
 
-    typeInto<QTextEdit>();
+    typeIntoAnEditor();
     EXPECT_TRUE(press(Qt::Key_Return));
     EXPECT_TRUE(press(Qt::Key_Enter));
     EXPECT_FALSE(controller->copyAndDismiss());
@@ -301,13 +209,13 @@ TEST_F(ScreenshotOverlayControllerTest, ReturnWithoutASelectionCopiesNothingNorD
 }
 
 TEST_F(ScreenshotOverlayControllerTest, AHeldKeyIsPressedOnce) {
-    controller->presentOverlay(newCaptureFile());
+    controller->presentOverlay(newCapture());
     press(Qt::Key_Return);
     EXPECT_FALSE(press(Qt::Key_Return, KeyRepeat::repeated));
     EXPECT_EQ(log.withMessage(copyFailure).size(), 1u);
     EXPECT_FALSE(press(Qt::Key_Escape, KeyRepeat::repeated)) << "held since before the overlay came";
     EXPECT_TRUE(controller->window()->isVisible());
-    typeInto<QTextEdit>();
+    typeIntoAnEditor();
     EXPECT_TRUE(press(Qt::Key_Return, KeyRepeat::repeated)) << "typing repeats";
 }
 

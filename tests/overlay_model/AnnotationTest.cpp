@@ -1,12 +1,8 @@
 #include "overlay/model/AnnotationEditing.h"
 #include "overlay/model/AnnotationHitTest.h"
 #include "overlay/model/AnnotationPalette.h"
-#include "overlay/model/AnnotationStyle.h"
-#include "overlay/model/ArrowGeometry.h"
 
 #include <gtest/gtest.h>
-
-#include <cmath>
 
 namespace glimmerly {
 namespace {
@@ -46,21 +42,6 @@ TEST(Annotation, DraftBecomesAnAnnotationOnceItIsBigEnough) {
     EXPECT_EQ(arrow->kind, OverlayAnnotationKind(ArrowShape{{30, 5}, {10, 25}}));
 }
 
-TEST(Annotation, AnEditIsRecordedOnlyWhenSomethingChanged) {
-    const auto before = make(TextLabel{{1, 2}, "hello"});
-    EXPECT_FALSE(makeEditAction(before, before));
-    auto recoloured = before;
-    recoloured.color = Color::white(1);
-    auto moved = before;
-    moved.kind = movedKind(before.kind, {0, 1});
-    for (const auto& after : {recoloured, moved}) {
-        const auto action = makeEditAction(before, after);
-        ASSERT_TRUE(action);
-        EXPECT_EQ(std::get<EditAction>(*action).oldAnnotation, before);
-        EXPECT_EQ(std::get<EditAction>(*action).newAnnotation, after);
-    }
-}
-
 TEST(Annotation, HitsHandlesBeforeBodiesAndTopmostFirst) {
     const auto lower = rectangle({100, 100, 200, 200});
     const auto upper = rectangle({98, 150, 300, 300}); // its left side runs past the lower one's west handle
@@ -75,30 +56,34 @@ TEST(Annotation, HitsHandlesBeforeBodiesAndTopmostFirst) {
               AnnotationHit(ResizeHit{tiny.id, RectangleHandle{SelectionHandle::nw}}));
 }
 
-TEST(Annotation, OnlyTheOutlineOfARectangleCanBeGrabbed) {
+TEST(Annotation, IsHitOnItsLinesAndHandlesWithinTheirReach) {
     const auto big = rectangle({200, 200, -100, -100});
-    EXPECT_FALSE(hit({150, 150}, {big}));
-    EXPECT_EQ(hit({108, 125}, {big}), AnnotationHit(MoveHit{big.id}));
-    EXPECT_EQ(hit({92, 125}, {big}), AnnotationHit(MoveHit{big.id}));
-    EXPECT_FALSE(hit({109, 125}, {big}));
-    EXPECT_FALSE(hit({91, 125}, {big}));
-    // Too narrow to have an inside: grabbable everywhere.
-    const auto narrow = rectangle({100, 100, 17, 400});
-    EXPECT_EQ(hit({108.5, 230}, {narrow}), AnnotationHit(MoveHit{narrow.id}));
-}
-
-TEST(Annotation, ArrowsAreHitOnShaftHeadAndEnds) {
+    const auto narrow = rectangle({100, 100, 17, 400}); // too narrow to have an inside
     const auto arrow = make(ArrowShape{{100, 100}, {300, 100}});
-    EXPECT_EQ(hit({107, 103}, {arrow}), AnnotationHit(ResizeHit{arrow.id, ArrowStart{}}));
-    EXPECT_EQ(hit({305, 95}, {arrow}), AnnotationHit(ResizeHit{arrow.id, ArrowEnd{}}));
-    EXPECT_EQ(hit({200, 108.5}, {arrow}), AnnotationHit(MoveHit{arrow.id}));
-    EXPECT_FALSE(hit({200, 109}, {arrow}));
-    EXPECT_EQ(hit({287, 113}, {arrow}), AnnotationHit(MoveHit{arrow.id})) << "a stroke of the head";
-    EXPECT_FALSE(hit({270, 113}, {arrow}));
     const auto dot = make(ArrowShape{{50, 50}, {50, 50}});
-    EXPECT_EQ(hit({58.4, 50}, {dot}), AnnotationHit(MoveHit{dot.id}))
-        << "beyond its ends' reach, on its body";
-    EXPECT_FALSE(hit({58.6, 50}, {dot}));
+    const struct {
+        const char* what;
+        Point point;
+        const OverlayAnnotation& annotation;
+        std::optional<AnnotationHit> expected;
+    } cases[] = {
+        {"inside a rectangle", {150, 150}, big, std::nullopt},
+        {"inside, by its side", {108, 125}, big, MoveHit{big.id}},
+        {"inside, too far", {109, 125}, big, std::nullopt},
+        {"outside, by its side", {92, 125}, big, MoveHit{big.id}},
+        {"outside, too far", {91, 125}, big, std::nullopt},
+        {"in the middle of a narrow one", {108.5, 230}, narrow, MoveHit{narrow.id}},
+        {"an arrow's start", {107, 103}, arrow, ResizeHit{arrow.id, ArrowStart{}}},
+        {"its end", {305, 95}, arrow, ResizeHit{arrow.id, ArrowEnd{}}},
+        {"its shaft", {200, 108.5}, arrow, MoveHit{arrow.id}},
+        {"beside its shaft", {200, 109}, arrow, std::nullopt},
+        {"a stroke of its head", {287, 113}, arrow, MoveHit{arrow.id}},
+        {"behind its head", {270, 113}, arrow, std::nullopt},
+        {"a dot, beyond its ends' reach", {58.4, 50}, dot, MoveHit{dot.id}},
+        {"beside a dot", {58.6, 50}, dot, std::nullopt},
+    };
+    for (const auto& [what, point, annotation, expected] : cases)
+        EXPECT_EQ(hit(point, {annotation}), expected) << what;
 }
 
 TEST(Annotation, TextsAreHitWhereTheirViewsSay) {
@@ -132,16 +117,6 @@ TEST(Annotation, MovesWhateverItsKind) {
     EXPECT_EQ(movedKind(ArrowShape{{1, 1}, {5, 5}}, {1, -1}),
               OverlayAnnotationKind(ArrowShape{{2, 0}, {6, 4}}));
     EXPECT_EQ(movedKind(TextLabel{{1, 1}, " a\n"}, {2, 2}), OverlayAnnotationKind(TextLabel{{3, 3}, " a\n"}));
-}
-
-TEST(Arrow, HeadOpensBackwardsByItsHalfAngle) {
-    const auto head = arrowHead({0, 0}, {100, 0}, 14);
-    ASSERT_TRUE(head);
-    const double back = 100 - 14 * std::cos(annotationStyle.arrowheadHalfAngle);
-    const double aside = 14 * std::sin(annotationStyle.arrowheadHalfAngle);
-    EXPECT_NEAR(distance(head->left, {back, aside}), 0, 1e-9);
-    EXPECT_NEAR(distance(head->right, {back, -aside}), 0, 1e-9);
-    EXPECT_FALSE(arrowHead({3, 3}, {3, 3}, 14));
 }
 
 } // namespace

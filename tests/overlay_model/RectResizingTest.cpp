@@ -15,33 +15,33 @@ namespace {
 using enum SelectionHandle;
 constexpr Rect screen{0, 0, 1440, 902};
 
-TEST(RectResizing, EachHandleMovesItsOwnEdges) {
+TEST(RectResizing, EachHandleMovesItsOwnEdgesWithinTheBounds) {
     constexpr Rect start{100, 200, 300, 100}; // x 100..400, y 200..300
-    constexpr Point mouse{350, 260};
     const struct {
+        const char* what;
+        Rect start;
         SelectionHandle handle;
+        Point mouse;
         Rect expected;
     } cases[] = {
-        {nw, {350, 200, 50, 60}},  {n, {100, 200, 300, 60}},  {ne, {100, 200, 250, 60}},
-        {e, {100, 200, 250, 100}}, {se, {100, 260, 250, 40}}, {s, {100, 260, 300, 40}},
-        {sw, {350, 260, 50, 40}},  {w, {350, 200, 50, 100}},
+        {"nw", start, nw, {350, 260}, {350, 200, 50, 60}},
+        {"n", start, n, {350, 260}, {100, 200, 300, 60}},
+        {"ne", start, ne, {350, 260}, {100, 200, 250, 60}},
+        {"e", start, e, {350, 260}, {100, 200, 250, 100}},
+        {"se", start, se, {350, 260}, {100, 260, 250, 40}},
+        {"s", start, s, {350, 260}, {100, 260, 300, 40}},
+        {"sw", start, sw, {350, 260}, {350, 260, 50, 40}},
+        {"w", start, w, {350, 260}, {350, 200, 50, 100}},
+        {"past the opposite edge", start, e, {50, 0}, {50, 200, 50, 100}},
+        {"past the opposite corner", start, se, {50, 400}, {50, 300, 50, 100}},
+        {"of negative size", {300, 150, -100, -50}, w, {210, 0}, {210, 100, 90, 50}},
+        {"beyond the top right", start, ne, {2000, 2000}, {100, 200, 1340, 702}},
+        {"beyond the bottom left", start, sw, {-20, -1}, {0, 0, 400, 300}},
+        {"too small to be kept: shown as it is", start, e, {101, 0}, {100, 200, 1, 100}},
+        {"too small by the bounds", {1439, 100, 1, 50}, w, {1450, 0}, {1438, 100, 2, 50}},
     };
-    for (const auto& [handle, expected] : cases)
-        EXPECT_EQ(resizedRect(start, handle, mouse, screen, 2), expected) << static_cast<int>(handle);
-}
-
-TEST(RectResizing, DraggingPastTheOppositeEdgeFlips) {
-    EXPECT_EQ(resizedRect({200, 100, 100, 50}, e, {150, 0}, screen, 2), Rect(150, 100, 50, 50));
-    EXPECT_EQ(resizedRect({200, 100, 100, 50}, se, {150, 400}, screen, 2), Rect(150, 150, 50, 250));
-    EXPECT_EQ(resizedRect({300, 150, -100, -50}, w, {210, 0}, screen, 2), Rect(210, 100, 90, 50));
-}
-
-TEST(RectResizing, StaysWithinTheBounds) {
-    EXPECT_EQ(resizedRect({200, 100, 100, 50}, ne, {2000, 2000}, screen, 2), Rect(200, 100, 1240, 802));
-    EXPECT_EQ(resizedRect({200, 100, 100, 50}, sw, {-20, -1}, screen, 2), Rect(0, 0, 300, 150));
-    // Too small to be kept: shown as it is.
-    EXPECT_EQ(resizedRect({200, 100, 100, 50}, e, {201, 0}, screen, 2), Rect(200, 100, 1, 50));
-    EXPECT_EQ(resizedRect({1439, 100, 1, 50}, w, {1450, 0}, {0, 0, 1440, 902}, 2), Rect(1438, 100, 2, 50));
+    for (const auto& [what, from, handle, mouse, expected] : cases)
+        EXPECT_EQ(resizedRect(from, handle, mouse, screen, 2), expected) << what;
 }
 
 TEST(RectResizing, ClampingWidensWhatTheBoundsLeave) {

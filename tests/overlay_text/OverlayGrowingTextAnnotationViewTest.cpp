@@ -36,25 +36,19 @@ public:
                 static_cast<int>(std::lround(canvasHeight - frame.maxY())),
                 static_cast<int>(std::ceil(frame.width)), static_cast<int>(std::ceil(frame.height))};
     }
-    void collapseOtherTextSelections(const OverlayTextView* focused) override {
-        for (auto* view : views_) {
-            if (&view->textView() != focused)
-                view->textView().collapseSelection();
-        }
-    }
+    void collapseOtherTextSelections(const OverlayTextView*) override {}
 
     OverlayGrowingTextAnnotationView& add(const QString& text, Point anchor = {100, 300}) {
-        views_.push_back(new OverlayGrowingTextAnnotationView(anchor, Uuid::generate(), Qt::red, font_, text,
-                                                              *this, this));
-        views_.back()->setVisiblePart(Rect{0, 0, 800, canvasHeight});
-        return *views_.back();
+        auto* view =
+            new OverlayGrowingTextAnnotationView(anchor, Uuid::generate(), Qt::red, font_, text, *this, this);
+        view->setVisiblePart(Rect{0, 0, 800, canvasHeight});
+        return *view;
     }
 
     [[nodiscard]] double lineHeight() const { return std::ceil(QFontMetricsF(font_).lineSpacing()); }
 
 private:
     QFont font_;
-    std::vector<OverlayGrowingTextAnnotationView*> views_;
 };
 
 void type(OverlayTextView& editor, const QString& text) {
@@ -65,28 +59,21 @@ void type(OverlayTextView& editor, const QString& text) {
     }
 }
 
-TEST(OverlayGrowingTextAnnotationView, AnEmptyTextIsFortyPointsWideAndHangsOnItsAnchor) {
-    Canvas canvas;
-    const auto& view = canvas.add({});
-    const Rect frame = view.frameInCanvas();
-    EXPECT_DOUBLE_EQ(frame.width, 40 + 2 * frameAndInset);
-    EXPECT_DOUBLE_EQ(frame.height, canvas.lineHeight() + 2 * frameAndInset);
-    EXPECT_DOUBLE_EQ(frame.minX(), 100 - frameAndInset);
-    EXPECT_DOUBLE_EQ(frame.midY(), 300);
-}
-
-TEST(OverlayGrowingTextAnnotationView, GrowsToTheRightAndDownward) {
+TEST(OverlayGrowingTextAnnotationView, HangsOnItsAnchorAndGrowsToTheRightAndDownward) {
     Canvas canvas;
     auto& view = canvas.add({});
+    const Rect empty = view.frameInCanvas();
+    const double height = canvas.lineHeight() + 2 * frameAndInset;
+    EXPECT_EQ(empty, Rect(100 - frameAndInset, 300 - height / 2, 40 + 2 * frameAndInset, height));
     view.textView().becomeFirstResponder();
     type(view.textView(), "A rather long first line");
     const Rect oneLine = view.frameInCanvas();
+    EXPECT_EQ(oneLine.minX(), empty.minX());
     EXPECT_GT(oneLine.width, 150);
     type(view.textView(), "\nsecond");
     const Rect twoLines = view.frameInCanvas();
     EXPECT_EQ(view.textView().string(), "A rather long first line\nsecond");
     EXPECT_DOUBLE_EQ(twoLines.maxY(), oneLine.maxY());
-    EXPECT_DOUBLE_EQ(twoLines.minX(), oneLine.minX());
     EXPECT_NEAR(twoLines.height - oneLine.height, canvas.lineHeight(), 1);
 }
 
@@ -165,20 +152,6 @@ TEST(OverlayTextView, PastesManyLinesAsPlainTextAndNeverScrolls) {
     view.textView().paste();
     EXPECT_EQ(view.textView().string(), "first\nsecond line that is longer\n\nfourth");
     EXPECT_EQ(view.textView().cursorRect(QTextCursor(view.textView().document())).topLeft(), QPoint(0, 0));
-}
-
-TEST(OverlayTextView, AtMostOneShowsAHighlight) {
-    Canvas canvas;
-    auto& first = canvas.add("first");
-    auto& second = canvas.add("second");
-    first.textView().becomeFirstResponder();
-    first.textView().selectAll();
-    second.textView().becomeFirstResponder();
-    EXPECT_FALSE(first.textView().textCursor().hasSelection());
-    EXPECT_EQ(first.textView().textCursor().position(), 5);
-    second.textView().selectAll();
-    second.textView().resignFirstResponder();
-    EXPECT_FALSE(second.textView().textCursor().hasSelection());
 }
 
 TEST(OverlayGrowingTextAnnotationView, ShowsOnlyItsVisiblePart) {

@@ -13,30 +13,23 @@ protected:
     [[nodiscard]] QPoint handle() const { return toolbar.pos() + QPoint(17, 22); }
 };
 
-TEST_F(ToolbarGrabHandleViewTest, ReportsThePointersWayWithYUpwards) {
-    press(handle());
-    moveTo(handle() + QPoint(10, -4));
-    moveTo(handle() + QPoint(7, 30));
-    release(handle() + QPoint(7, 30));
-    EXPECT_THAT(takeReports(), ElementsAre("drag", "drop"));
-    EXPECT_THAT(deltas, ElementsAre(Point{10, 4}, Point{-3, -34}));
-    moveTo(handle());
-    EXPECT_EQ(deltas.size(), 2U);
-}
-
-TEST_F(ToolbarGrabHandleViewTest, TheBarStaysUnderThePointerThatMovesIt) {
+TEST_F(ToolbarGrabHandleViewTest, ReportsTheWayOfThePointerThatMovesTheBar) {
     toolbar.onHandleDragDelta = [this](double dx, double dy) {
-        toolbar.move(toolbar.pos() + QPointF(dx, -dy).toPoint());
+        deltas.push_back({dx, dy});
+        toolbar.move(toolbar.pos() + QPointF(dx, -dy).toPoint()); // y upwards
     };
     const QPoint start = handle();
     press(start);
-    EXPECT_EQ(toolbar.cursor().shape(), Qt::ClosedHandCursor);
-    for (int step = 1; step <= 20; ++step)
-        moveTo(start + QPoint(3 * step, step));
-    EXPECT_EQ(handle(), start + QPoint(60, 20));
+    moveTo(start + QPoint(10, -4));
+    moveTo(start + QPoint(7, 30));
     EXPECT_EQ(toolbar.cursor().shape(), Qt::ClosedHandCursor);
     release(handle());
     EXPECT_EQ(toolbar.cursor().shape(), Qt::OpenHandCursor);
+    EXPECT_EQ(handle(), start + QPoint(7, 30)) << "under the pointer";
+    EXPECT_THAT(takeReports(), ElementsAre("drag", "drop"));
+    EXPECT_THAT(deltas, ElementsAre(Point{10, 4}, Point{-3, -34}));
+    moveTo(start);
+    EXPECT_EQ(deltas.size(), 2U);
 }
 
 TEST_F(ToolbarGrabHandleViewTest, ADragThatBeginsElsewhereIsNone) {

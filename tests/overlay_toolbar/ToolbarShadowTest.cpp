@@ -20,51 +20,26 @@ TEST(ShadowImage, IsSoftSymmetricAndFadesToNothing) {
     }
 }
 
-class ToolbarShadowViewTest : public ToolbarFixture {
-protected:
-    ToolbarShadowView& shadow() {
-        for (auto* child : canvas.findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
-            if (auto* found = dynamic_cast<ToolbarShadowView*>(child))
-                return *found;
+TEST_F(ToolbarFixture, ItsShadowFollowsItHidesWithItAndTakesNoMouse) {
+    const auto& shadow = [this]() -> QWidget& {
+        for (auto* child : canvas.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+            if (dynamic_cast<ToolbarShadowView*>(child))
+                return *child;
+        }
         throw std::logic_error("no shadow");
-    }
-    [[nodiscard]] int depthOf(const QWidget& child) const {
-        return static_cast<int>(canvas.children().indexOf(&child));
-    }
-};
-
-TEST_F(ToolbarShadowViewTest, FollowsTheToolbarAndHidesWithIt) {
+    }();
     toolbar.move(80, 90);
-    EXPECT_EQ(shadow().geometry().center() - toolbar.geometry().center(), QPoint(0, 3));
-    toolbar.hide();
-    EXPECT_TRUE(shadow().isHidden());
-    toolbar.show();
-    EXPECT_FALSE(shadow().isHidden());
-    EXPECT_TRUE(shadow().geometry().contains(toolbar.geometry()));
-}
-
-TEST_F(ToolbarShadowViewTest, FallsOnWhatTheToolbarIsRaisedAboveAndTakesNoMouse) {
+    EXPECT_EQ(shadow.geometry().center() - toolbar.geometry().center(), QPoint(0, 3));
     QWidget text(&canvas);
     text.show();
     toolbar.raise();
-    EXPECT_LT(depthOf(text), depthOf(shadow()));
-    EXPECT_EQ(depthOf(shadow()) + 1, depthOf(toolbar));
-    const QPoint belowBar(toolbar.geometry().center().x(), toolbar.geometry().bottom() + 5);
-    press(belowBar);
+    const auto& stack = canvas.children();
+    EXPECT_LT(stack.indexOf(&text), stack.indexOf(&shadow));
+    EXPECT_EQ(stack.indexOf(&shadow) + 1, stack.indexOf(&toolbar));
+    press(QPoint(toolbar.geometry().center().x(), toolbar.geometry().bottom() + 5));
     EXPECT_EQ(canvas.presses.size(), 1U);
-}
-
-TEST_F(ToolbarShadowViewTest, DarkensTheCanvasAroundTheBarAndNotTheBar) {
-    QPalette palette;
-    palette.setColor(QPalette::Window, Qt::white);
-    canvas.setPalette(palette);
-    const QImage picture = canvas.grab().toImage();
-    const QRect bar = toolbar.geometry();
-    const auto level = [&](int x, int y) { return picture.pixelColor(x, y).red(); };
-    EXPECT_LT(level(bar.center().x(), bar.bottom() + 2), level(bar.center().x(), bar.top() - 2));
-    EXPECT_LT(level(bar.center().x(), bar.top() - 2), 255);
-    EXPECT_EQ(level(bar.left() + 32 - 4, bar.center().y()), 255);
-    EXPECT_EQ(level(2, 2), 255);
+    toolbar.hide();
+    EXPECT_TRUE(shadow.isHidden());
 }
 
 } // namespace

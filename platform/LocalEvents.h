@@ -18,7 +18,8 @@ inline constexpr std::uint64_t command = 1U << 20;
 using EventTypeMask = std::uint64_t;
 inline constexpr EventTypeMask keyDownMask = 1U << 10;
 
-/// A key pressed in a window of this program, or repeated while it is held. Modifier keys alone make none.
+/// A key pressed in a window of this program, or repeated while it is held. Modifier keys alone make none;
+/// while there is a monitor no window gets them either.
 struct KeyDownEvent {
     std::optional<std::int64_t> keyCode; ///< virtual key code; none for a key that has none
     std::uint64_t modifierFlags = 0;

@@ -113,14 +113,15 @@ bool QtLocalEvents::isKept(QEvent& event) {
 }
 
 bool QtLocalEvents::isKeptPress(const QKeyEvent& press) {
-    if (isModifierKey(press.key()))
-        return false;
     if (monitors_.empty()) {
         if (isRepeatOfKept(press))
             return true;
-        keptKey_.reset();
+        if (!isModifierKey(press.key()))
+            keptKey_.reset();
         return false;
     }
+    if (isModifierKey(press.key()))
+        return true;
     holdKeyboard(QGuiApplication::focusWindow());
     if (!monitorsKeep(keyDownOf(press)))
         return false;

@@ -201,19 +201,6 @@ TEST_F(CanvasAnnotations, ATextOutsideTheSelectionIsHiddenAndCannotBeClicked) {
     EXPECT_TRUE(canvas.view->textViews().textAnnotationContains({660, 401}, list()[0].id));
 }
 
-TEST_F(CanvasAnnotations, TheToolbarStandsBelowTheSelectionUntilItIsDragged) {
-    const auto bottomRight = [&] { return canvas.view->toolbar().geometry().bottomRight() + QPoint(1, 1); };
-    EXPECT_EQ(bottomRight(), QPoint(700, 401 + 10 + 44));
-    canvas.press({700, 400});
-    canvas.drag({720, 420});
-    EXPECT_TRUE(canvas.view->toolbar().isHidden());
-    canvas.release({720, 420});
-    EXPECT_EQ(bottomRight(), QPoint(720, 421 + 10 + 44));
-    canvas.view->toolbar().onHandleDragDelta(-30, 12);
-    canvas.select({720, 420}, {700, 400});
-    EXPECT_EQ(bottomRight(), QPoint(690, 421 + 10 + 44 - 12));
-}
-
 TEST_F(CanvasAnnotations, AnyActionsKeepTheInvariants) {
     std::mt19937 random(11);
     const auto below = [&](int limit) { return std::uniform_int_distribution(0, limit - 1)(random); };

@@ -1,11 +1,8 @@
 #include "overlay/export/OverlayCanvasSelectionExport.h"
 
-#include "tests/overlay/CanvasOnDisplay.h"
-#include "tests/support/LogCapture.h"
+#include "tests/support/TestPictures.h"
 
 #include <gtest/gtest.h>
-
-#include <random>
 
 namespace glimmerly {
 namespace {
@@ -49,53 +46,6 @@ TEST(SelectionExport, NeedsASelectionOfTheMinimumSizeAndAPicture) {
     source.selection = Rect{10, 10, 20, 20};
     source.image.reset();
     EXPECT_FALSE(croppedSelectionImage(source));
-}
-
-TEST(SelectionExport, CopiesExactlyTheDisplayPixelsUnderTheDrag) {
-    std::mt19937 random(11);
-    for (const double scale : {1.0, 1.1, 1.25, 4.0 / 3, 1.5, 1.75, 2.0, 2.4}) {
-        CanvasOnDisplay canvas({181, 127}, scale);
-        const PixelPoint last{180, 126};
-        std::vector<std::pair<PixelPoint, PixelPoint>> drags = {{{0, 0}, last},
-                                                                {{last.x, 0}, {0, last.y}},
-                                                                {{-40, -9}, {900, 900}},
-                                                                {{0, 90}, {60, last.y}},
-                                                                {{100, 0}, last}};
-        for (int i = 0; i < 15; ++i) {
-            const auto x = [&] { return std::uniform_int_distribution(0, last.x)(random); };
-            const auto y = [&] { return std::uniform_int_distribution(0, last.y)(random); };
-            drags.push_back({{x(), y()}, {x(), y()}});
-        }
-        for (const auto& [from, to] : drags) {
-            // Pixels from the one to before the other; the last ones belong to it.
-            const auto edge = [](int at, int end) { return at >= end ? end + 1 : std::max(at, 0); };
-            const auto [left, right] = std::minmax({edge(from.x, last.x), edge(to.x, last.x)});
-            const auto [top, bottom] = std::minmax({edge(from.y, last.y), edge(to.y, last.y)});
-            const int least = static_cast<int>(std::ceil(2 * scale));
-            if (right - left < least || bottom - top < least)
-                continue;
-            CanvasOnDisplay fresh({181, 127}, scale);
-            fresh.select(from, to);
-            ASSERT_TRUE(fresh.view->writeCroppedImageToPasteboard());
-            ASSERT_EQ(*fresh.pasteboard.image, canvas.capture.view({left, top, right - left, bottom - top}))
-                << scale;
-            EXPECT_EQ(fresh.pasteboard.imageSize, Size(right - left, bottom - top));
-        }
-    }
-}
-
-TEST(SelectionExport, ReportsWhatThePasteboardAnswers) {
-    LogCapture log;
-    CanvasOnDisplay canvas({100, 50});
-    EXPECT_FALSE(canvas.view->writeCroppedImageToPasteboard()) << "no selection";
-    EXPECT_TRUE(log.records().empty());
-    canvas.select({10, 10}, {30, 30});
-    canvas.pasteboard.outcome = PasteboardOutcome::refused;
-    EXPECT_FALSE(canvas.view->writeCroppedImageToPasteboard());
-    ASSERT_EQ(log.records().size(), 1U);
-    EXPECT_EQ(log.records()[0].level, GlimmerlyLog::Level::error);
-    EXPECT_EQ(log.records()[0].category, "OverlayExport");
-    EXPECT_EQ(log.records()[0].message, "writeCroppedImageToPasteboard returned false");
 }
 
 } // namespace

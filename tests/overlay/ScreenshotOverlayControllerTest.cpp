@@ -186,6 +186,7 @@ TEST_F(ScreenshotOverlayControllerTest, ReturnCopiesTheSelectionAndCloses) {
         EXPECT_EQ(std::exchange(pasteboard.image, {}).value().size(), (PixelSize{100, 50}));
     }
     EXPECT_EQ(log.withMessage(copyFailure).size(), 2u);
+    EXPECT_EQ(log.withMessage("writeCroppedImageToPasteboard returned false").size(), 2u);
     EXPECT_FALSE(controller->copyAndDismiss()) << "no overlay is open";
 }
 

@@ -28,30 +28,19 @@ void dragBy(AnnotationEditor& editor, const AnnotationHit& hit, Point from, Poin
     editor.endInteraction();
 }
 
-TEST(AnnotationEditor, UndoesAndRedoesDrawingAndMoving) {
+TEST(AnnotationEditor, DrawingAndMovingForgetWhatWasUndone) {
     AnnotationEditor editor;
-    editor.beginDraft({Uuid::generate(), SelectionTool::rectangle, red, {10, 10}, {10, 10}});
-    editor.dragDraft({60, 50});
-    editor.commitDraft();
-    const Uuid id = editor.appliedList().front().id;
-    dragBy(editor, MoveHit{id}, {10, 10}, {15, 17});
-    const auto moved = editor.appliedList();
-    EXPECT_EQ(std::get<RectangleShape>(moved.front().kind).rect, (Rect{15, 17, 50, 40}));
-
-    EXPECT_TRUE(editor.performUndo());
-    EXPECT_TRUE(editor.performUndo());
-    EXPECT_FALSE(editor.performUndo());
-    EXPECT_TRUE(editor.appliedList().empty());
-    ASSERT_EQ(editor.redoStack().size(), 2U);
-    EXPECT_TRUE(std::holds_alternative<AddAction>(editor.redoStack().back()));
-
-    EXPECT_TRUE(editor.performRedo());
-    EXPECT_TRUE(editor.performRedo());
-    EXPECT_FALSE(editor.performRedo());
-    EXPECT_EQ(editor.appliedList(), moved);
+    const auto rectangle = rectangleAt({10, 10, 50, 40});
+    editor.addAnnotation(rectangle);
+    dragBy(editor, MoveHit{rectangle.id}, {10, 10}, {15, 17});
     ASSERT_TRUE(editor.performUndo());
+    EXPECT_EQ(editor.redoStack().size(), 1U);
+    dragBy(editor, MoveHit{rectangle.id}, {10, 10}, {12, 12});
+    EXPECT_TRUE(editor.redoStack().empty());
+    ASSERT_TRUE(editor.performUndo() && editor.performUndo());
+    EXPECT_FALSE(editor.performUndo());
     editor.addAnnotation(rectangleAt({0, 0, 20, 20}));
-    EXPECT_TRUE(editor.redoStack().empty()) << "drawing forgets what was undone";
+    EXPECT_FALSE(editor.performRedo());
 }
 
 TEST(AnnotationEditor, MakesNoHistoryOfWhatChangedNothing) {
@@ -67,21 +56,6 @@ TEST(AnnotationEditor, MakesNoHistoryOfWhatChangedNothing) {
     EXPECT_EQ(editor.undoStack().size(), 1U);
     EXPECT_EQ(editor.recolorSelectedAnnotation(blue), AnnotationEditor::Change::made);
     EXPECT_EQ(editor.undoStack().size(), 2U);
-}
-
-TEST(AnnotationEditor, CarriesTypingThroughItsHistory) {
-    AnnotationEditor editor;
-    const auto text = textAt({50, 50});
-    editor.addAnnotation(text);
-    editor.updateAnnotationText(text.id, "ab");
-    dragBy(editor, MoveHit{text.id}, {50, 50}, {90, 80});
-
-    ASSERT_TRUE(editor.performUndo());
-    EXPECT_EQ(std::get<TextLabel>(editor.find(text.id)->kind), (TextLabel{{50, 50}, "ab"}));
-    ASSERT_TRUE(editor.performUndo());
-    EXPECT_EQ(editor.find(text.id), nullptr);
-    ASSERT_TRUE(editor.performRedo());
-    EXPECT_EQ(std::get<TextLabel>(editor.find(text.id)->kind), (TextLabel{{50, 50}, "ab"}));
 }
 
 TEST(AnnotationEditor, AnAbandonedEmptyTextLeavesNoTrace) {

@@ -86,14 +86,6 @@ TEST(Annotation, IsHitOnItsLinesAndHandlesWithinTheirReach) {
         EXPECT_EQ(hit(point, {annotation}), expected) << what;
 }
 
-TEST(Annotation, TextsAreHitWhereTheirViewsSay) {
-    const auto text = make(TextLabel{{10, 10}, "x"});
-    const auto contains = [&](Point point, const Uuid& id) { return id == text.id && point.x < 100; };
-    EXPECT_EQ(hitTestAnnotation({50, 0}, std::vector{text}, contains), AnnotationHit(MoveHit{text.id}));
-    EXPECT_FALSE(hitTestAnnotation({150, 0}, std::vector{text}, contains));
-    EXPECT_FALSE(hitTestAnnotation({50, 0}, std::vector{text}, {}));
-}
-
 TEST(Annotation, ResizesByTheHandlesOfItsKind) {
     const OverlayAnnotationKind arrow = ArrowShape{{1, 1}, {5, 5}};
     const OverlayAnnotationKind rect = RectangleShape{{100, 100, 50, 50}};
@@ -109,14 +101,6 @@ TEST(Annotation, ResizesByTheHandlesOfItsKind) {
     EXPECT_FALSE(resizedKind(rect, ArrowEnd{}, {300, 0}, Rect{}, screen));
     EXPECT_FALSE(resizedKind(arrow, east, {300, 0}, Rect{}, screen));
     EXPECT_FALSE(resizedKind(TextLabel{}, east, {300, 0}, Rect{}, screen));
-}
-
-TEST(Annotation, MovesWhateverItsKind) {
-    EXPECT_EQ(movedKind(RectangleShape{{10, 10, -5, 5}}, {-100, 1}),
-              OverlayAnnotationKind(RectangleShape{{-95, 11, 5, 5}}));
-    EXPECT_EQ(movedKind(ArrowShape{{1, 1}, {5, 5}}, {1, -1}),
-              OverlayAnnotationKind(ArrowShape{{2, 0}, {6, 4}}));
-    EXPECT_EQ(movedKind(TextLabel{{1, 1}, " a\n"}, {2, 2}), OverlayAnnotationKind(TextLabel{{3, 3}, " a\n"}));
 }
 
 } // namespace

@@ -88,14 +88,5 @@ TEST_F(ToolbarIconButtonTest, EverySymbolExistsAndIsCentred) {
     }
 }
 
-TEST(ToolbarIconButton, WithoutItsSymbolStillWorks) {
-    ToolbarIconButton button({"no.such.symbol", "Nothing", ToolbarButtonMode::momentary, {}}, nullptr);
-    int clicks = 0;
-    QObject::connect(&button, &QAbstractButton::clicked, [&] { ++clicks; });
-    EXPECT_EQ(button.grab().toImage().pixelColor(14, 14), QColor(Qt::white));
-    QTest::mouseClick(&button, Qt::LeftButton);
-    EXPECT_EQ(clicks, 1);
-}
-
 } // namespace
 } // namespace glimmerly

@@ -4,6 +4,7 @@
 #include "ui/FocusRing.h"
 #include "ui/UiColors.h"
 #include "ui/UiStyle.h"
+#include "ui/UiSymbol.h"
 #include "ui/UiText.h"
 
 #include <algorithm>
@@ -28,7 +29,7 @@ struct Measures {
 
 Measures measuresOf(ButtonStyle style) {
     if (style.kind == ButtonKind::link)
-        return {0, ui_style::linkPadding, ui_style::linkPadding};
+        return {0, ui_style::linkSidePadding, ui_style::linkCornerRadius};
     if (style.size == ControlSize::large)
         return {ui_style::largeButtonHeight, ui_style::largeButtonPadding, ui_style::largeButtonCornerRadius};
     return {ui_style::buttonHeight, ui_style::buttonPadding, ui_style::buttonCornerRadius};
@@ -161,14 +162,9 @@ void UiButton::paintContent(QPainter& painter, const QColor& color) const {
     const int symbolWidth = symbol_ ? static_cast<int>(symbol_->size().width()) : 0;
     const int gap = symbol_ && !shown.isEmpty() ? ui_style::symbolSpacing : 0;
     const int content = textWidth + symbolWidth + gap;
-    int left = style_.kind == ButtonKind::link ? ui_style::linkPadding : (width() - content) / 2;
+    int left = style_.kind == ButtonKind::link ? ui_style::linkSidePadding : (width() - content) / 2;
     if (symbol_) {
-        const QSize size = symbol_->size().toSize();
-        const QRect place(left, (height() - size.height()) / 2, size.width(), size.height());
-        const double scale = painter.device()->devicePixelRatioF();
-        QImage picture = tinted(symbol_->rendered((QSizeF(size) * scale).toSize(), scale), color);
-        picture.setDevicePixelRatio(scale);
-        painter.drawImage(place.topLeft(), picture);
+        paintSymbol(painter, *symbol_, QRect(left, 0, symbolWidth, height()), color);
         left += symbolWidth + gap;
     }
     painter.setPen(color);

@@ -17,6 +17,7 @@ const QColor paper(0xf4, 0xf4, 0xf6);
 // Every text colour stands out from both backgrounds of its scheme by 4.5 to 1 or more, and so does
 // `onAccent` from `accent` and `success`.
 const UiColors lightColors{.windowBackground = {0xf2, 0xf2, 0xf4},
+                           .sidebarBackground = {0xe6, 0xe6, 0xea},
                            .controlBackground = {0xff, 0xff, 0xff},
                            .primary = ink,
                            .secondary = {0x5c, 0x5d, 0x65},
@@ -24,6 +25,7 @@ const UiColors lightColors{.windowBackground = {0xf2, 0xf2, 0xf4},
                            .tertiaryFill = withOpacity(ink, 0.34),
                            .quaternaryFill = withOpacity(ink, 0.13),
                            .separator = withOpacity(ink, 0.08),
+                           .editorOutline = withOpacity(ink, 0.12),
                            .controlOutline = withOpacity(ink, 0.18),
                            .control = {0xff, 0xff, 0xff},
                            .accent = {0x1b, 0x66, 0xe0},
@@ -31,9 +33,11 @@ const UiColors lightColors{.windowBackground = {0xf2, 0xf2, 0xf4},
                            .link = {0x17, 0x5c, 0xcc},
                            .success = {0x1f, 0x80, 0x3f},
                            .error = {0xc0, 0x21, 0x1b},
-                           .focusRing = {0x1b, 0x66, 0xe0}};
+                           .focusRing = {0x1b, 0x66, 0xe0},
+                           .behindSheet = withOpacity(ink, 0.35)};
 
 const UiColors darkColors{.windowBackground = {0x23, 0x23, 0x26},
+                          .sidebarBackground = {0x1b, 0x1b, 0x1e},
                           .controlBackground = {0x2d, 0x2d, 0x31},
                           .primary = paper,
                           .secondary = {0xae, 0xae, 0xb6},
@@ -41,6 +45,7 @@ const UiColors darkColors{.windowBackground = {0x23, 0x23, 0x26},
                           .tertiaryFill = withOpacity(paper, 0.40),
                           .quaternaryFill = withOpacity(paper, 0.17),
                           .separator = withOpacity(paper, 0.08),
+                          .editorOutline = withOpacity(paper, 0.12),
                           .controlOutline = withOpacity(paper, 0.16),
                           .control = {0x45, 0x45, 0x4b},
                           .accent = {0x2e, 0x72, 0xe4},
@@ -48,7 +53,8 @@ const UiColors darkColors{.windowBackground = {0x23, 0x23, 0x26},
                           .link = {0x7a, 0xb3, 0xff},
                           .success = {0x24, 0x82, 0x45},
                           .error = {0xff, 0x87, 0x7e},
-                          .focusRing = {0x6f, 0xab, 0xff}};
+                          .focusRing = {0x6f, 0xab, 0xff},
+                          .behindSheet = withOpacity(Qt::black, 0.55)};
 
 constexpr double disabledOpacity = 0.4;
 

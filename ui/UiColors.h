@@ -12,6 +12,7 @@ namespace glimmerly {
 /// The colours of windows, sheets and alerts in one colour scheme.
 struct UiColors {
     QColor windowBackground;
+    QColor sidebarBackground;
     QColor controlBackground; ///< cards, text fields
     QColor primary;           ///< text
     QColor secondary;         ///< text that explains
@@ -19,6 +20,7 @@ struct UiColors {
     QColor tertiaryFill;      ///< translucent, over any background
     QColor quaternaryFill;    ///< fainter
     QColor separator;         ///< dividers, and outlines of cards: the primary colour at 8 %
+    QColor editorOutline;     ///< of areas for several lines: the primary colour at 12 %
     QColor controlOutline;    ///< text fields and buttons that are not prominent
     QColor control;           ///< buttons that are not prominent
     QColor accent;            ///< prominent buttons, selections
@@ -27,6 +29,7 @@ struct UiColors {
     QColor success;           ///< "it is granted"
     QColor error;             ///< text that tells of a failure
     QColor focusRing;
+    QColor behindSheet; ///< over a window that waits for its sheet
 };
 
 [[nodiscard]] const UiColors& uiColors(ColorScheme scheme);

@@ -26,6 +26,12 @@ inline constexpr int largeButtonHeight = 34;
 inline constexpr int buttonTextMargin = 4; ///< above and below the label, at least
 inline constexpr int symbolSpacing = 7;    ///< between a symbol and the text beside it
 inline constexpr int linkPadding = 2;      ///< above and below a link's text
+inline constexpr int linkSidePadding = 5;  ///< left and right of it; let it stand out so far to the left
+inline constexpr double linkCornerRadius = 5;
+
+inline constexpr double fieldCornerRadius = 6;
+inline constexpr int fieldHeight = 28; ///< of a single line; more when the text needs it
+inline constexpr int fieldPadding = 8; ///< left and right of the text, beside Qt's own 2
 
 inline constexpr int progressBarHeight = 6;
 inline constexpr double focusRingWidth = 2;

@@ -4,11 +4,11 @@
 #include "capture/onboarding/PermissionsOnboardingModel.h"
 #include "capture/onboarding/PermissionsOnboardingText.h"
 #include "ui/UiButton.h"
+#include "ui/UiLayout.h"
 #include "ui/UiShapes.h"
 #include "ui/UiStyle.h"
 #include "ui/UiText.h"
 
-#include <QBoxLayout>
 #include <QScrollBar>
 #include <QShortcut>
 
@@ -37,18 +37,10 @@ QString text(const char* utf8) {
     return QString::fromUtf8(utf8);
 }
 
-template <typename Layout>
-Layout* layoutOf(QWidget* widget, int spacing) {
-    auto* layout = new Layout(widget);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(spacing);
-    return layout;
-}
-
 /// One step of the card: badge and text on one baseline.
 QWidget* makeStep(int number, const char* step) {
     auto* row = new QWidget;
-    auto* layout = layoutOf<QHBoxLayout>(row, badgeSpacing);
+    auto* layout = tightLayout<QHBoxLayout>(row, badgeSpacing);
     auto* badge = new NumberBadge(number);
     auto* label = new UiLabel(text(step), text_style::body);
     label->setContentsMargins(0, std::max(0, badge->baseline() - label->fontMetrics().ascent()), 0, 0);
@@ -76,7 +68,7 @@ PermissionsOnboardingView::PermissionsOnboardingView(PermissionsOnboardingModel&
     setFocusPolicy(Qt::NoFocus);
     auto* content = new QWidget;
     content->setMaximumWidth(contentWidth);
-    auto* column = layoutOf<QVBoxLayout>(content, 0);
+    auto* column = tightLayout<QVBoxLayout>(content, 0);
     // The shadow of the header's tile lies in the padding and the spacing around the header.
     column->setContentsMargins(sidePadding - shadowMargin, topPadding - shadowMargin, sidePadding,
                                bottomPadding);
@@ -111,11 +103,11 @@ QLayout* PermissionsOnboardingView::makeHeader() {
 
 QWidget* PermissionsOnboardingView::makeSteps() {
     auto* section = new QWidget;
-    auto* column = layoutOf<QVBoxLayout>(section, ui_style::captionToCardSpacing);
+    auto* column = tightLayout<QVBoxLayout>(section, ui_style::captionToCardSpacing);
     column->setContentsMargins(shadowMargin, 0, 0, 0);
     column->addWidget(new UiLabel(text(onboarding_text::stepsCaption), text_style::sectionTitle));
     auto* card = new Card(cardPadding);
-    auto* rows = layoutOf<QVBoxLayout>(card, 0);
+    auto* rows = tightLayout<QVBoxLayout>(card, 0);
     int number = 0;
     for (const char* step : onboarding_text::steps) {
         if (number > 0) {
@@ -131,7 +123,7 @@ QWidget* PermissionsOnboardingView::makeSteps() {
 
 QWidget* PermissionsOnboardingView::makeActions() {
     auto* section = new QWidget;
-    auto* column = layoutOf<QVBoxLayout>(section, detailSpacing);
+    auto* column = tightLayout<QVBoxLayout>(section, detailSpacing);
     column->setContentsMargins(shadowMargin, 0, 0, 0);
     detail_ = new UiLabel(QString(), text_style::calloutSecondary);
     column->addWidget(detail_);
@@ -143,11 +135,11 @@ QWidget* PermissionsOnboardingView::makeActions() {
     auto* proceed = new UiButton(text(onboarding_text::continueTitle), {.kind = ButtonKind::prominent});
     connect(proceed, &QPushButton::clicked, this, [this] { model_.continueTapped(); });
 
-    auto* answers = layoutOf<QHBoxLayout>(nullptr, buttonSpacing);
+    auto* answers = tightLayout<QHBoxLayout>(nullptr, buttonSpacing);
     answers->addWidget(reopen);
     answers->addWidget(proceed);
     answers->addStretch();
-    buttons_ = layoutOf<QHBoxLayout>(nullptr, settingsSpacing);
+    buttons_ = tightLayout<QHBoxLayout>(nullptr, settingsSpacing);
     buttons_->addWidget(settingsButton_);
     buttons_->addLayout(answers);
     column->addLayout(buttons_);

@@ -38,6 +38,8 @@ TEST(UiColorsTest, EveryTextCanBeReadInBothSchemes) {
             EXPECT_GE(contrast(colors.focusRing, background), 3) << "the ring";
             EXPECT_GE(contrast(colors.accent, background), 3) << "a button";
         }
+        for (const auto& text : {colors.primary, colors.link})
+            EXPECT_GE(contrast(text, colors.sidebarBackground), 4.5) << text.name().toStdString();
         for (const auto& fill : {colors.accent, colors.success})
             EXPECT_GE(contrast(colors.onAccent, fill), 4.5) << fill.name().toStdString();
         EXPECT_GE(contrast(colors.primary, colors.control), 4.5);

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+class QScrollArea;
+
+namespace glimmerly {
+
+/// A form over a window, which cannot be used until the sheet has gone: the sheet covers it, and the keyboard
+/// stays within the form. It lives in the window, so it moves, hides and comes back with it.
+class UiSheet : public QWidget {
+public:
+    /// Takes `content` over, as wide as that is fixed to be; it scrolls where the window is too low for it.
+    /// The first thing in it that takes the keyboard gets it. Deleting the sheet gives it back.
+    UiSheet(QWidget& window, QWidget* content);
+    ~UiSheet() override;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+
+private:
+    void place();
+
+    QScrollArea* area_;
+    QPointer<QWidget> focusBefore_;
+};
+
+} // namespace glimmerly

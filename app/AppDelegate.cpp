@@ -9,6 +9,7 @@
 #include "platform/HttpClient.h"
 #include "platform/Platform.h"
 #include "platform/Updates.h"
+#include "settings/SettingsWindowController.h"
 #include "settings/updates/AppUpdater.h"
 #include "telemetry/TelemetrySink.h"
 #include "ui/FollowAppearance.h"
@@ -42,10 +43,10 @@ void AppDelegate::applicationDidFinishLaunching() {
     GlobalHotkeyController::shared().start([] { requestScreenshot(ScreenshotRequestSource::hotkey); });
     PermissionsWindowController::shared().showIfNeeded();
     // A desktop without a status area leaves starting the program again as the way in. An open overlay covers
-    // everything, the menu too.
+    // everything, the window too.
     Platform::current().application.onReopen([] {
         if (!ScreenshotOverlayController::shared().window())
-            StatusItemController::shared().popUpMenu();
+            SettingsWindowController::shared().show();
     });
     TelemetrySink::shared().track(telemetry_event::appLaunch);
 }

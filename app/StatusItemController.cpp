@@ -8,6 +8,7 @@
 #include "platform/KeyboardLayout.h"
 #include "platform/Platform.h"
 #include "platform/StatusBar.h"
+#include "settings/SettingsWindowController.h"
 #include "settings/updates/AppUpdater.h"
 #include "telemetry/TelemetrySink.h"
 
@@ -44,6 +45,7 @@ StatusItemController& StatusItemController::shared() {
              .application = platform.application,
              .telemetry = TelemetrySink::shared(),
              .requestScreenshot = [] { requestScreenshot(ScreenshotRequestSource::menubar); },
+             .showSettings = [] { SettingsWindowController::shared().show(); },
              .checkForUpdates = [] { AppUpdater::shared().checkForUpdates(); }});
     }();
     return *instance;
@@ -68,10 +70,6 @@ void StatusItemController::installStatusItem() {
     setItemImage();
 }
 
-void StatusItemController::popUpMenu() {
-    services_.statusItem.popUpMenu();
-}
-
 QMenu& StatusItemController::menu() {
     if (!menu_)
         buildMenu();
@@ -85,7 +83,7 @@ void StatusItemController::buildMenu() {
     screenshotMenuItem_ =
         &addItem("Take screenshot", "viewfinder.rectangular", &StatusItemController::takeScreenshot);
     menu_->addSeparator();
-    addItem("Settings…", "gearshape", nullptr); // waits for the window that it will open
+    addItem("Settings…", "gearshape", &StatusItemController::openSettings);
     addItem("Check for updates…", "arrow.clockwise.circle", &StatusItemController::checkForUpdates);
     menu_->addSeparator();
     addItem("Quit", "power", &StatusItemController::quit);
@@ -132,6 +130,11 @@ void StatusItemController::globalHotkeyDidChange() {
 void StatusItemController::takeScreenshot() {
     // The picture must not show the menu from which it was asked for.
     services_.statusItem.whenMenuHasGone(services_.requestScreenshot);
+}
+
+void StatusItemController::openSettings() {
+    services_.telemetry.track(telemetry_event::statusMenuOpenSettings);
+    services_.showSettings();
 }
 
 void StatusItemController::checkForUpdates() {

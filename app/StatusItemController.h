@@ -31,6 +31,7 @@ struct StatusItemServices {
     Application& application;
     Telemetry& telemetry;
     std::function<void()> requestScreenshot;
+    std::function<void()> showSettings;
     std::function<void()> checkForUpdates;
 };
 
@@ -47,8 +48,6 @@ public:
 
     /// Called once, at launch.
     void installStatusItem();
-    /// Opens the menu at the mouse pointer, for desktops that show no status item.
-    void popUpMenu();
     /// Built on first use; only the key equivalent of "Take screenshot" changes afterwards.
     [[nodiscard]] QMenu& menu();
 
@@ -59,6 +58,7 @@ private:
     void globalHotkeyDidChange();
 
     void takeScreenshot();
+    void openSettings();
     void checkForUpdates();
     void quit();
 

@@ -11,6 +11,7 @@ class HotkeyService;
 class HttpClient;
 class Images;
 class KeyboardLayout;
+class LinkOpener;
 class LocalEvents;
 class MainQueue;
 class OverlayWindows;
@@ -41,6 +42,7 @@ struct Platform {
     Pasteboard& pasteboard;
     SavePanel& savePanel;
     Alerts& alerts;
+    LinkOpener& links;
     Appearance& appearance;
     Images& images;
     HotkeyService& hotkeys;

@@ -4,6 +4,7 @@
 
 class QIcon;
 class QMenu;
+class QPoint;
 class QString;
 
 namespace glimmerly {
@@ -23,8 +24,10 @@ public:
     /// Text in the picture's place; there is room for one or two characters.
     virtual void setTitle(const QString& title) = 0;
 
-    /// Opens the menu at the mouse pointer.
-    virtual void popUpMenu() = 0;
+    /// Whether something on the desktop shows such items now.
+    [[nodiscard]] virtual bool hasHost() const = 0;
+    /// Opens the menu with its top left corner at `place`, in the desktop's points.
+    virtual void popUpMenu(const QPoint& place) = 0;
     /// Runs `action`, later, once the menu that was just used can no longer be seen on the screen, or when it
     /// should long have gone.
     virtual void whenMenuHasGone(std::function<void()> action) = 0;

@@ -12,6 +12,7 @@
 #include "platform/qt/QtAlerts.h"
 #include "platform/qt/QtApplication.h"
 #include "platform/qt/QtImages.h"
+#include "platform/qt/QtLinkOpener.h"
 #include "platform/qt/QtLocalEvents.h"
 #include "platform/qt/QtMainQueue.h"
 #include "platform/qt/QtPasteboard.h"
@@ -86,6 +87,7 @@ struct Desktop::Services {
                                                          .pasteboard = pasteboard,
                                                          .savePanel = savePanel,
                                                          .alerts = alerts,
+                                                         .links = links,
                                                          .appearance = appearance,
                                                          .images = images,
                                                          .hotkeys = *hotkeys,
@@ -103,6 +105,7 @@ struct Desktop::Services {
     QtPasteboard pasteboard;
     QtSavePanel savePanel;
     QtAlerts alerts;
+    QtLinkOpener links;
     PortalAppearance appearance{QDBusConnection::sessionBus()};
     QtImages images;
     TrayStatusItem statusItem;

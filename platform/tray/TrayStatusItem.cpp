@@ -68,9 +68,13 @@ void TrayStatusItem::setTitle(const QString& title) {
     setTemplateImage(QIcon(new PictureIconEngine(draw, paletteTextColor)), title);
 }
 
-void TrayStatusItem::popUpMenu() {
+bool TrayStatusItem::hasHost() const {
+    return busItem_ || (embeddedIcon_ && QSystemTrayIcon::isSystemTrayAvailable());
+}
+
+void TrayStatusItem::popUpMenu(const QPoint& place) {
     if (menu_)
-        menu_->popup(QCursor::pos());
+        menu_->popup(place);
 }
 
 void TrayStatusItem::whenMenuHasGone(std::function<void()> action) {
@@ -99,7 +103,7 @@ void TrayStatusItem::showOnBus() {
         exportedMenu_.reset();
         exportedMenu_ = std::make_unique<MenuExporter>(bus_, menuPath, *menu_);
         busItem_ = std::make_unique<StatusNotifierItem>(bus_, QCoreApplication::applicationName(), menuPath,
-                                                        [this] { popUpMenu(); });
+                                                        [this] { popUpMenu(QCursor::pos()); });
         watch_.registerItem();
     }
     busItem_->setIcon(tintedTemplate(image_, [](QIcon::Mode) { return hostPanelTextColor(); }), description_);
@@ -116,7 +120,7 @@ void TrayStatusItem::showEmbedded() {
         QObject::connect(embeddedIcon_.get(), &QSystemTrayIcon::activated, embeddedIcon_.get(),
                          [this](QSystemTrayIcon::ActivationReason reason) {
                              if (reason == QSystemTrayIcon::Trigger)
-                                 popUpMenu();
+                                 popUpMenu(QCursor::pos());
                          });
     }
     drawEmbedded();

@@ -31,7 +31,8 @@ public:
     void setMenu(QMenu& menu) override;
     void setTemplateImage(const QIcon& image, const QString& description) override;
     void setTitle(const QString& title) override;
-    void popUpMenu() override;
+    [[nodiscard]] bool hasHost() const override;
+    void popUpMenu(const QPoint& place) override;
     void whenMenuHasGone(std::function<void()> action) override;
 
 private:

@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 
 #include "platform/Platform.h"
+#include "settings/SettingsWindowController.h"
 #include "tests/support/FakeAlerts.h"
 #include "tests/support/FakeAppearance.h"
 #include "tests/support/FakeApplication.h"
@@ -8,6 +9,7 @@
 #include "tests/support/FakeHttpClient.h"
 #include "tests/support/FakeImages.h"
 #include "tests/support/FakeKeyboardLayout.h"
+#include "tests/support/FakeLinkOpener.h"
 #include "tests/support/FakeLocalEvents.h"
 #include "tests/support/FakeMainQueue.h"
 #include "tests/support/FakeOverlayWindows.h"
@@ -94,6 +96,7 @@ struct FakePlatform {
     FakePasteboard pasteboard;
     FakeSavePanel savePanel;
     FakeAlerts alerts;
+    FakeLinkOpener links;
     FakeAppearance appearance;
     FakeImages images;
     RecordingHotkeyService hotkeys;
@@ -116,6 +119,7 @@ struct FakePlatform {
                       .pasteboard = pasteboard,
                       .savePanel = savePanel,
                       .alerts = alerts,
+                      .links = links,
                       .appearance = appearance,
                       .images = images,
                       .hotkeys = hotkeys,
@@ -154,7 +158,8 @@ TEST(AppDelegateTest, StartsAndStopsTheServicesInOrder) {
     fake.mainQueue.runAll();
     EXPECT_EQ(fake.alerts.shown.size(), 2u);
     fake.application.reopen();
-    EXPECT_EQ(fake.statusItem.popUps, 1);
+    fake.mainQueue.runAll();
+    EXPECT_TRUE(SettingsWindowController::shared().window().isVisible());
     events.clear();
 
     delegate.applicationWillTerminate();

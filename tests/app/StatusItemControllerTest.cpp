@@ -39,6 +39,7 @@ protected:
                                               .application = application,
                                               .telemetry = telemetry,
                                               .requestScreenshot = [this] { ++requests; },
+                                              .showSettings = [this] { ++settingsShown; },
                                               .checkForUpdates = [this] { ++checks; }});
         controller->installStatusItem();
         return *controller;
@@ -57,6 +58,7 @@ protected:
     FakeTelemetry telemetry;
     HotkeySettings settings{preferences, notifications};
     int requests = 0;
+    int settingsShown = 0;
     int checks = 0;
     std::optional<StatusItemController> controller;
 };
@@ -70,7 +72,7 @@ TEST_F(StatusItemControllerTest, MenuIsTheTableOfItems) {
         titles.emplace_back(action->isSeparator() ? "-" : action->text().toStdString(), action->isEnabled());
     EXPECT_THAT(titles,
                 ElementsAre(Pair("Version 1.2", false), Pair("-", true), Pair("Take screenshot", true),
-                            Pair("-", true), Pair("Settings\u2026", false),
+                            Pair("-", true), Pair("Settings\u2026", true),
                             Pair("Check for updates\u2026", true), Pair("-", true), Pair("Quit", true)));
     EXPECT_FALSE(item(2).icon().isNull());
     EXPECT_TRUE(item(5).icon().isNull()) << "a symbol that cannot be made leaves the item without picture";
@@ -168,6 +170,13 @@ TEST_F(StatusItemControllerTest, TakesAScreenshotOnceTheMenuHasGone) {
     EXPECT_EQ(requests, 0);
     statusItem.menuHasGone();
     EXPECT_EQ(requests, 1);
+}
+
+TEST_F(StatusItemControllerTest, SettingsAreCountedBeforeTheyOpen) {
+    install();
+    item(4).trigger();
+    EXPECT_EQ(telemetry.events, (std::vector<FakeTelemetry::Event>{{"status_menu_open_settings", {}}}));
+    EXPECT_EQ(settingsShown, 1);
 }
 
 TEST_F(StatusItemControllerTest, AskingForUpdatesIsRecordedAndLogged) {

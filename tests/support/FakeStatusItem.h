@@ -21,7 +21,8 @@ public:
         description = newDescription;
     }
     void setTitle(const QString& newTitle) override { title = newTitle; }
-    void popUpMenu() override { ++popUps; }
+    [[nodiscard]] bool hasHost() const override { return isHosted; }
+    void popUpMenu(const QPoint&) override { ++popUps; }
     void whenMenuHasGone(std::function<void()> action) override { waiting.push_back(std::move(action)); }
 
     void menuHasGone() {
@@ -31,6 +32,7 @@ public:
 
     int shows = 0;
     int popUps = 0;
+    bool isHosted = true;
     QMenu* menu = nullptr;
     QIcon image;
     QString description;

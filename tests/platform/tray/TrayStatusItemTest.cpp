@@ -61,17 +61,21 @@ TEST_F(TrayStatusItemTest, PanelThatStartsLateOrAgainGetsTheItem) {
     for (int start = 1; start <= 3; ++start) {
         host.start();
         EXPECT_TRUE(eventually([&] { return host.items.size() == 1; })) << "start " << start;
+        EXPECT_TRUE(item.hasHost());
         EXPECT_EQ(host.property("Title").toString(), "Glimmerly");
         host.stop();
+        EXPECT_TRUE(eventually([&] { return !item.hasHost(); }));
     }
 }
 
 TEST_F(TrayStatusItemTest, TrayOfTheServerThatStartsLateOrAgainGetsTheItem) {
     show();
     EXPECT_TRUE(embeddedAreas(client).empty());
+    EXPECT_FALSE(item.hasHost());
     for (int start = 1; start <= 3; ++start) {
         const PanelProcess panel;
         EXPECT_TRUE(embeddedEventually()) << "start " << start;
+        EXPECT_TRUE(item.hasHost());
     }
 }
 
@@ -160,7 +164,7 @@ TEST_F(TrayStatusItemTest, MenuIsOffTheScreenBeforeTheActionRuns) {
     QImage after;
     QObject::connect(screenshot, &QAction::triggered,
                      [&] { item.whenMenuHasGone([&] { after = screenImage(area); }); });
-    item.popUpMenu();
+    item.popUpMenu(QCursor::pos());
     ASSERT_TRUE(eventually([&] { return menu.isVisible() && screenImage(area) != before; }));
     menu.setActiveAction(screenshot);
     QTest::keyClick(&menu, Qt::Key_Return);

@@ -1,0 +1,53 @@
+#include "bugreports/form/PlaceholderTextView.h"
+
+#include "ui/UiColors.h"
+#include "ui/UiText.h"
+
+#include <QPainter>
+#include <QTextBlock>
+#include <QTextLayout>
+
+namespace glimmerly {
+
+namespace {
+
+constexpr int horizontalInset = 5;
+constexpr int verticalInset = 8;
+constexpr int lineFragmentPadding = 5; // left and right of each line; the document has it above and below too
+
+} // namespace
+
+PlaceholderTextView::PlaceholderTextView(const QString& placeholder, QWidget* parent)
+    : QPlainTextEdit(parent), placeholder_(placeholder) {
+    setFrameShape(QFrame::NoFrame);
+    setFont(uiFont(text_style::body));
+    setTabChangesFocus(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    document()->setDocumentMargin(lineFragmentPadding);
+    constexpr int vertical = verticalInset - lineFragmentPadding;
+    setViewportMargins(horizontalInset, vertical, horizontalInset, vertical);
+    QPalette transparent = palette();
+    transparent.setColor(QPalette::Base, Qt::transparent);
+    setPalette(transparent);
+}
+
+void PlaceholderTextView::setBoundText(const QString& text) {
+    if (text != toPlainText())
+        setPlainText(text);
+}
+
+void PlaceholderTextView::paintEvent(QPaintEvent* event) {
+    const bool isComposing = !document()->firstBlock().layout()->preeditAreaText().isEmpty();
+    if (document()->isEmpty() && !isComposing) {
+        const QPointF origin = blockBoundingGeometry(document()->firstBlock()).topLeft() + contentOffset();
+        QRectF room = viewport()->rect();
+        room.setTopLeft(origin + QPointF(lineFragmentPadding, 0));
+        room.setRight(room.right() - lineFragmentPadding);
+        QPainter painter(viewport());
+        painter.setPen(uiColors(*this).placeholder);
+        painter.drawText(room, Qt::AlignTop | Qt::AlignLeft | Qt::TextWordWrap, placeholder_);
+    }
+    QPlainTextEdit::paintEvent(event);
+}
+
+} // namespace glimmerly

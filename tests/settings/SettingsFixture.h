@@ -1,0 +1,98 @@
+#pragma once
+
+#include "base/NotificationCenter.h"
+#include "capture/permission/ScreenRecordingPermission.h"
+#include "settings/SettingsWindowController.h"
+#include "settings/UpdatePreferences.h"
+#include "tests/support/FakeApplication.h"
+#include "tests/support/FakeBugReports.h"
+#include "tests/support/FakeLinkOpener.h"
+#include "tests/support/FakeMainQueue.h"
+#include "tests/support/FakeScreenCapture.h"
+#include "tests/support/FakeScreenRecordingAccess.h"
+#include "tests/support/FakeStatusItem.h"
+#include "tests/support/LogCapture.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace glimmerly {
+
+/// Updates that a test changes, and that note what the window asks of them.
+struct FakeUpdates : UpdatePreferences {
+    [[nodiscard]] bool canCheckForUpdates() const override { return canCheck; }
+    [[nodiscard]] bool automaticallyChecksForUpdates() const override { return checks; }
+    [[nodiscard]] bool automaticallyDownloadsUpdates() const override { return downloads; }
+    [[nodiscard]] bool allowsAutomaticUpdates() const override { return allows; }
+    void setAutomaticallyChecksForUpdates(bool value) override { checks = value; }
+    void setAutomaticallyDownloadsUpdates(bool value) override { downloads = value; }
+    void checkForUpdates() override { ++requests; }
+    void setOnChange(std::function<void()> handler) override { changed = std::move(handler); }
+
+    bool canCheck = false;
+    bool checks = false;
+    bool downloads = false;
+    bool allows = true;
+    int requests = 0;
+    std::function<void()> changed;
+};
+
+/// The window on a desktop that the test plays.
+struct SettingsFixture : testing::Test {
+    void show() {
+        controller.show();
+        queue.runAll();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+        QApplication::setActiveWindow(&window);
+    }
+    /// The widget of that type with that accessible name; throws when there is none to be seen.
+    template <typename T>
+    T& find(const QString& name) {
+        for (auto* candidate : window.findChildren<T*>()) {
+            if (candidate->accessibleName() == name && candidate->isVisible())
+                return *candidate;
+        }
+        throw std::runtime_error("no " + name.toStdString());
+    }
+    QPushButton& button(const QString& name) { return find<QPushButton>(name); }
+    /// Every text that can be seen, from top to bottom.
+    std::vector<std::string> texts() {
+        std::vector<std::string> found;
+        for (const auto* label : window.findChildren<QLabel*>()) {
+            if (label->isVisible())
+                found.push_back(label->text().toStdString());
+        }
+        return found;
+    }
+
+    LogCapture log;
+    FakeMainQueue queue;
+    FakeApplication application;
+    NotificationCenter notifications;
+    FakeScreenCapture screenCapture{queue};
+    FakeScreenRecordingAccess access;
+    ScreenRecordingPermission permission{access, screenCapture, 77};
+    FakeLinkOpener links;
+    FakeBugReports bugReports;
+    FakeStatusItem statusItem;
+    FakeUpdates updates;
+    SettingsWindowController controller{{.bundle = {.shortVersion = "1.4.2",
+                                                    .websiteURL = "https://site.example",
+                                                    .donationURL = "https://site.example/donate"},
+                                         .application = application,
+                                         .mainQueue = queue,
+                                         .notifications = notifications,
+                                         .permission = permission,
+                                         .links = links,
+                                         .bugReports = bugReports,
+                                         .statusItem = statusItem,
+                                         .updates = &updates}};
+    QWidget& window = controller.window();
+    GlimmerlyPreferencesRoot& root = controller.root();
+};
+
+} // namespace glimmerly

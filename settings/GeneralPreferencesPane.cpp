@@ -1,6 +1,7 @@
 #include "settings/GeneralPreferencesPane.h"
 
 #include "capture/permission/ScreenRecordingPermission.h"
+#include "hotkeys/recorder/HotkeyRecorder.h"
 #include "platform/qt/QtConversions.h"
 #include "settings/PreferencesSettingsSection.h"
 #include "settings/SettingsRows.h"
@@ -19,11 +20,18 @@ constexpr std::chrono::milliseconds pollInterval{1000};
 
 } // namespace
 
-GeneralPreferencesPane::GeneralPreferencesPane(ScreenRecordingPermission& permission, QWidget* parent)
+GeneralPreferencesPane::GeneralPreferencesPane(const HotkeyRecorderServices& recorder,
+                                               ScreenRecordingPermission& permission, QWidget* parent)
     : PreferencesPage(toQString(settings_text::general), parent), permission_(permission) {
+    addShortcuts(recorder);
     addPrivacy();
     pollTimer_.setInterval(pollInterval);
     connect(&pollTimer_, &QTimer::timeout, this, [this] { probe(); });
+}
+
+void GeneralPreferencesPane::addShortcuts(const HotkeyRecorderServices& recorder) {
+    auto* label = new UiLabel(toQString(settings_text::takeScreenshot), text_style::body);
+    addSection(settings_text::shortcutsSection).content().addWidget(new HotkeyRecorder(recorder, label));
 }
 
 void GeneralPreferencesPane::addPrivacy() {

@@ -6,6 +6,7 @@
 
 namespace glimmerly {
 
+struct HotkeyRecorderServices;
 class ScreenRecordingPermission;
 class UiLabel;
 
@@ -13,7 +14,8 @@ class UiLabel;
 /// is on the screen.
 class GeneralPreferencesPane : public PreferencesPage {
 public:
-    explicit GeneralPreferencesPane(ScreenRecordingPermission& permission, QWidget* parent = nullptr);
+    GeneralPreferencesPane(const HotkeyRecorderServices& recorder, ScreenRecordingPermission& permission,
+                           QWidget* parent = nullptr);
 
     [[nodiscard]] bool screenCaptureGranted() const { return screenCaptureGranted_; }
     [[nodiscard]] bool isPolling() const { return pollTimer_.isActive(); }
@@ -23,6 +25,7 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
+    void addShortcuts(const HotkeyRecorderServices& recorder);
     void addPrivacy();
     void probe();
 

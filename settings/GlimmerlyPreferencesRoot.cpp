@@ -133,7 +133,7 @@ QWidget* GlimmerlyPreferencesRoot::makePage(std::optional<SettingsPane> pane) co
         return makePlaceholder();
     switch (*pane) {
     case SettingsPane::general:
-        return new GeneralPreferencesPane(services_.permission);
+        return new GeneralPreferencesPane(services_.recorder, services_.permission);
     case SettingsPane::about:
         break;
     }

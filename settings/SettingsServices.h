@@ -1,5 +1,6 @@
 #pragma once
 
+#include "hotkeys/HotkeyRecorderModel.h"
 #include "platform/Application.h"
 
 namespace glimmerly {
@@ -18,6 +19,7 @@ struct SettingsServices {
     Application& application;
     MainQueue& mainQueue;
     NotificationCenter& notifications;
+    HotkeyRecorderServices recorder;
     ScreenRecordingPermission& permission;
     LinkOpener& links;
     BugReportSubmission& bugReports;

@@ -11,6 +11,8 @@ inline constexpr auto nothingSelected = "Select a category";
 inline constexpr auto nothingSelectedDescription = "Choose a category in the sidebar.";
 inline constexpr auto menu = "Menu";
 
+inline constexpr auto shortcutsSection = "Shortcuts";
+inline constexpr auto takeScreenshot = "Take screenshot";
 inline constexpr auto privacySection = "Privacy";
 inline constexpr auto screenRecording = "Screen Recording";
 inline constexpr auto granted = "Granted";

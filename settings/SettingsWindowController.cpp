@@ -26,6 +26,7 @@ SettingsWindowController& SettingsWindowController::shared() {
                                              .application = platform.application,
                                              .mainQueue = platform.mainQueue,
                                              .notifications = platform.notifications,
+                                             .recorder = HotkeyRecorderServices::shared(),
                                              .permission = ScreenRecordingPermission::shared(),
                                              .links = platform.links,
                                              .bugReports = BugReportClient::shared(),

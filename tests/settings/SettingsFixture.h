@@ -12,6 +12,7 @@
 #include "tests/support/FakeScreenRecordingAccess.h"
 #include "tests/support/FakeStatusItem.h"
 #include "tests/support/LogCapture.h"
+#include "tests/support/RecorderServices.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -76,6 +77,7 @@ struct SettingsFixture : testing::Test {
     FakeScreenCapture screenCapture{queue};
     FakeScreenRecordingAccess access;
     ScreenRecordingPermission permission{access, screenCapture, 77};
+    RecorderServices recorder;
     FakeLinkOpener links;
     FakeBugReports bugReports;
     FakeStatusItem statusItem;
@@ -86,6 +88,7 @@ struct SettingsFixture : testing::Test {
                                          .application = application,
                                          .mainQueue = queue,
                                          .notifications = notifications,
+                                         .recorder = recorder.services,
                                          .permission = permission,
                                          .links = links,
                                          .bugReports = bugReports,

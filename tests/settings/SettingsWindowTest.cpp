@@ -83,8 +83,9 @@ TEST_F(SettingsWindowTest, NothingHidesTheSidebar) {
 TEST_F(SettingsWindowTest, ThePermissionIsFollowedWhileItIsOnTheScreen) {
     show();
     auto& general = pane<GeneralPreferencesPane>();
-    EXPECT_THAT(texts(), ElementsAre("General", "PRIVACY", "Screen Recording", "Granted",
-                                     "Required to capture the display for the annotation overlay."));
+    EXPECT_THAT(texts(),
+                ElementsAre("General", "SHORTCUTS", "Take screenshot", "PRIVACY", "Screen Recording",
+                            "Granted", "Required to capture the display for the annotation overlay."));
     access.granted = false;
     EXPECT_TRUE(QTest::qWaitFor([&] { return !general.screenCaptureGranted(); }, 1900));
     EXPECT_THAT(texts(), Contains("Not granted"));

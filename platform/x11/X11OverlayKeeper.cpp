@@ -88,8 +88,8 @@ void X11OverlayKeeper::handle(const xcb_generic_event_t& event) {
 void X11OverlayKeeper::settle() {
     if (std::exchange(stackChanged_, false))
         raiseAboveOthers();
-    if (std::exchange(focusChanged_, false) && !isOurs(x11_focus::current(connection_)) && hasPointer() &&
-        focusing_.lasts())
+    if (std::exchange(focusChanged_, false) && !mayHaveFocus(x11_focus::current(connection_)) &&
+        hasPointer() && focusing_.lasts())
         takeFocus();
 }
 
@@ -99,6 +99,27 @@ void X11OverlayKeeper::raiseAboveOthers() {
         return;
     orderFront();
     unbeatable_ = coveringWindows();
+}
+
+/// The overlay, and windows of ours that were opened over it; those below it cannot be seen.
+bool X11OverlayKeeper::mayHaveFocus(xcb_window_t window) const {
+    if (window == overlay_ || !isOurs(window))
+        return window == overlay_;
+    const auto bottomToTop = children(connection_.root());
+    const auto aboveOverlay = std::ranges::find(bottomToTop, overlay_);
+    return std::ranges::find(aboveOverlay, bottomToTop.end(), ancestorOnRoot(window)) != bottomToTop.end();
+}
+
+/// `window` itself, or the window manager's frame around it.
+xcb_window_t X11OverlayKeeper::ancestorOnRoot(xcb_window_t window) const {
+    xcb_connection_t* const x = connection_.get();
+    for (;;) {
+        const XcbOwned<xcb_query_tree_reply_t> tree(
+            xcb_query_tree_reply(x, xcb_query_tree_unchecked(x, window), nullptr));
+        if (!tree || tree->parent == XCB_NONE || tree->parent == connection_.root())
+            return window;
+        window = tree->parent;
+    }
 }
 
 bool X11OverlayKeeper::isOurs(xcb_window_t window) const {

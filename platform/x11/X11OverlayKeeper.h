@@ -42,6 +42,8 @@ public:
 private:
     void settle();
     void selectEvents(std::uint32_t onRoot, std::uint32_t onOverlay) const;
+    [[nodiscard]] bool mayHaveFocus(xcb_window_t window) const;
+    [[nodiscard]] xcb_window_t ancestorOnRoot(xcb_window_t window) const;
     [[nodiscard]] bool isOurs(xcb_window_t window) const;
     void raiseAboveOthers();
     [[nodiscard]] std::vector<xcb_window_t> children(xcb_window_t window) const;

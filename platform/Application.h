@@ -17,8 +17,8 @@ struct BundleInfo {
     std::optional<std::string> identifier{};
     /// The origin of the program's web service, as configured; empty: nothing is ever sent.
     std::string serviceBaseURL{};
-    std::string websiteURL{};  ///< of the product
-    std::string donationURL{}; ///< of the page for donations
+    std::string websiteURL{};                       ///< of the product
+    std::string donationURL{};                      ///< of the page for donations
     std::optional<std::string> feedURL{};           ///< "SUFeedURL", where updates are told of
     std::optional<double> scheduledCheckInterval{}; ///< "SUScheduledCheckInterval", in seconds
     std::optional<std::string> updatePublicKey{};   ///< Ed25519, Base64; none: no updates

@@ -8,7 +8,7 @@
 #include "settings/PreferencesSettingsSection.h"
 #include "settings/SettingsRows.h"
 #include "settings/SettingsText.h"
-#include "settings/UpdatePreferences.h"
+#include "settings/updates/UpdaterViewModel.h"
 #include "ui/UiButton.h"
 #include "ui/UiLayout.h"
 #include "ui/UiSheet.h"
@@ -36,8 +36,7 @@ AboutPreferencesPane::AboutPreferencesPane(const SettingsServices& services, QWi
 }
 
 AboutPreferencesPane::~AboutPreferencesPane() {
-    if (services_.updates)
-        services_.updates->setOnChange({});
+    services_.updaterViewModel.setOnChange({});
     if (bugReport_)
         delete bugReport_->sheet.data(); // before its model
 }
@@ -62,26 +61,20 @@ void AboutPreferencesPane::addUpdates() {
     content.addWidget(automaticallyCheck_);
     content.addWidget(automaticallyDownload_);
     renderUpdates();
-    if (!services_.updates)
-        return;
-    services_.updates->setOnChange([this] { renderUpdates(); });
-    connect(checkForUpdates_, &QPushButton::clicked, this, [this] {
-        services_.application.activateIgnoringOtherApps();
-        services_.updates->checkForUpdates();
-    });
+    services_.updaterViewModel.setOnChange([this] { renderUpdates(); });
+    connect(checkForUpdates_, &QPushButton::clicked, this, [this] { services_.checkForUpdates(); });
     connect(automaticallyCheck_, &QCheckBox::clicked, this,
-            [this](bool on) { services_.updates->setAutomaticallyChecksForUpdates(on); });
+            [this](bool on) { services_.updaterViewModel.setAutomaticallyChecksForUpdates(on); });
     connect(automaticallyDownload_, &QCheckBox::clicked, this,
-            [this](bool on) { services_.updates->setAutomaticallyDownloadsUpdates(on); });
+            [this](bool on) { services_.updaterViewModel.setAutomaticallyDownloadsUpdates(on); });
 }
 
 void AboutPreferencesPane::renderUpdates() {
-    const auto* updates = services_.updates;
-    checkForUpdates_->setEnabled(updates && updates->canCheckForUpdates());
-    automaticallyCheck_->setEnabled(updates != nullptr);
-    automaticallyDownload_->setEnabled(updates && updates->allowsAutomaticUpdates());
-    automaticallyCheck_->setChecked(updates && updates->automaticallyChecksForUpdates());
-    automaticallyDownload_->setChecked(updates && updates->automaticallyDownloadsUpdates());
+    const auto& updates = services_.updaterViewModel;
+    checkForUpdates_->setEnabled(updates.canCheckForUpdates());
+    automaticallyDownload_->setEnabled(updates.allowsAutomaticUpdates());
+    automaticallyCheck_->setChecked(updates.automaticallyChecksForUpdates());
+    automaticallyDownload_->setChecked(updates.automaticallyDownloadsUpdates());
 }
 
 void AboutPreferencesPane::addLinks() {

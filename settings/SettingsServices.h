@@ -3,6 +3,8 @@
 #include "hotkeys/HotkeyRecorderModel.h"
 #include "platform/Application.h"
 
+#include <functional>
+
 namespace glimmerly {
 
 class BugReportSubmission;
@@ -11,7 +13,7 @@ class MainQueue;
 class NotificationCenter;
 class ScreenRecordingPermission;
 class StatusItem;
-class UpdatePreferences;
+class UpdaterViewModel;
 
 /// What the settings window shows, changes and leads to.
 struct SettingsServices {
@@ -24,7 +26,8 @@ struct SettingsServices {
     LinkOpener& links;
     BugReportSubmission& bugReports;
     StatusItem& statusItem;
-    UpdatePreferences* updates = nullptr; ///< none: this program cannot update itself
+    UpdaterViewModel& updaterViewModel;
+    std::function<void()> checkForUpdates; ///< as the user asks for it
 };
 
 } // namespace glimmerly

@@ -7,6 +7,8 @@
 #include "platform/Platform.h"
 #include "platform/qt/QtConversions.h"
 #include "platform/qt/WindowPlacement.h"
+#include "settings/updates/AppUpdater.h"
+#include "settings/updates/UpdaterViewModel.h"
 #include "ui/UiLayout.h"
 
 namespace glimmerly {
@@ -22,15 +24,18 @@ constexpr Qt::WindowFlags windowFlags = Qt::Window | Qt::CustomizeWindowHint | Q
 SettingsWindowController& SettingsWindowController::shared() {
     static auto* const instance = [] {
         auto& platform = Platform::current();
-        return new SettingsWindowController({.bundle = platform.bundle,
-                                             .application = platform.application,
-                                             .mainQueue = platform.mainQueue,
-                                             .notifications = platform.notifications,
-                                             .recorder = HotkeyRecorderServices::shared(),
-                                             .permission = ScreenRecordingPermission::shared(),
-                                             .links = platform.links,
-                                             .bugReports = BugReportClient::shared(),
-                                             .statusItem = platform.statusItem});
+        return new SettingsWindowController(
+            {.bundle = platform.bundle,
+             .application = platform.application,
+             .mainQueue = platform.mainQueue,
+             .notifications = platform.notifications,
+             .recorder = HotkeyRecorderServices::shared(),
+             .permission = ScreenRecordingPermission::shared(),
+             .links = platform.links,
+             .bugReports = BugReportClient::shared(),
+             .statusItem = platform.statusItem,
+             .updaterViewModel = UpdaterViewModel::shared(),
+             .checkForUpdates = [] { AppUpdater::shared().checkForUpdates(); }});
     }();
     return *instance;
 }

@@ -3,7 +3,7 @@
 #include "base/NotificationCenter.h"
 #include "capture/permission/ScreenRecordingPermission.h"
 #include "settings/SettingsWindowController.h"
-#include "settings/UpdatePreferences.h"
+#include "settings/updates/UpdaterViewModel.h"
 #include "tests/support/FakeApplication.h"
 #include "tests/support/FakeBugReports.h"
 #include "tests/support/FakeLinkOpener.h"
@@ -11,6 +11,7 @@
 #include "tests/support/FakeScreenCapture.h"
 #include "tests/support/FakeScreenRecordingAccess.h"
 #include "tests/support/FakeStatusItem.h"
+#include "tests/support/FakeUpdates.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/RecorderServices.h"
 
@@ -22,25 +23,6 @@
 #include <gtest/gtest.h>
 
 namespace glimmerly {
-
-/// Updates that a test changes, and that note what the window asks of them.
-struct FakeUpdates : UpdatePreferences {
-    [[nodiscard]] bool canCheckForUpdates() const override { return canCheck; }
-    [[nodiscard]] bool automaticallyChecksForUpdates() const override { return checks; }
-    [[nodiscard]] bool automaticallyDownloadsUpdates() const override { return downloads; }
-    [[nodiscard]] bool allowsAutomaticUpdates() const override { return allows; }
-    void setAutomaticallyChecksForUpdates(bool value) override { checks = value; }
-    void setAutomaticallyDownloadsUpdates(bool value) override { downloads = value; }
-    void checkForUpdates() override { ++requests; }
-    void setOnChange(std::function<void()> handler) override { changed = std::move(handler); }
-
-    bool canCheck = false;
-    bool checks = false;
-    bool downloads = false;
-    bool allows = true;
-    int requests = 0;
-    std::function<void()> changed;
-};
 
 /// The window on a desktop that the test plays.
 struct SettingsFixture : testing::Test {
@@ -81,7 +63,10 @@ struct SettingsFixture : testing::Test {
     FakeLinkOpener links;
     FakeBugReports bugReports;
     FakeStatusItem statusItem;
-    FakeUpdates updates;
+    FakeUpdater updater;
+    int checks = 0; ///< for updates
+    FakeUpdaterController updaterController{updater, checks};
+    UpdaterViewModel updaterViewModel{updaterController};
     SettingsWindowController controller{{.bundle = {.shortVersion = "1.4.2",
                                                     .websiteURL = "https://site.example",
                                                     .donationURL = "https://site.example/donate"},
@@ -93,7 +78,8 @@ struct SettingsFixture : testing::Test {
                                          .links = links,
                                          .bugReports = bugReports,
                                          .statusItem = statusItem,
-                                         .updates = &updates}};
+                                         .updaterViewModel = updaterViewModel,
+                                         .checkForUpdates = [this] { ++checks; }}};
     QWidget& window = controller.window();
     GlimmerlyPreferencesRoot& root = controller.root();
 };

@@ -105,24 +105,23 @@ TEST_F(SettingsWindowTest, UpdatesFollowTheUpdaterAndChangeIt) {
     root.setSelectedPane(SettingsPane::about);
     show();
     auto& check = button("Check for Updates…");
-    auto& checks = find<QAbstractButton>("Automatically check for updates");
+    auto& automatic = find<QAbstractButton>("Automatically check for updates");
     auto& downloads = find<QAbstractButton>("Download updates in the background");
     EXPECT_FALSE(check.isEnabled());
-    QTest::mouseClick(&checks, Qt::LeftButton);
-    QTest::keyClick(&downloads, Qt::Key_Space);
-    EXPECT_TRUE(updates.checks && updates.downloads);
-
-    updates.canCheck = true;
-    updates.allows = updates.checks = false;
-    updates.changed();
     EXPECT_FALSE(downloads.isEnabled());
-    EXPECT_TRUE(checks.isEnabled());
-    EXPECT_FALSE(checks.isChecked());
+    EXPECT_TRUE(automatic.isEnabled());
+    updater.set(UpdaterFlag::allowsAutomaticUpdates, true);
+    updater.set(UpdaterFlag::canCheckForUpdates, true);
+    QTest::mouseClick(&automatic, Qt::LeftButton);
+    QTest::keyClick(&downloads, Qt::Key_Space);
+    EXPECT_TRUE(updater.value(UpdaterFlag::automaticallyChecksForUpdates));
+    EXPECT_TRUE(updater.value(UpdaterFlag::automaticallyDownloadsUpdates));
+
+    updater.set(UpdaterFlag::automaticallyChecksForUpdates, false);
+    EXPECT_FALSE(automatic.isChecked());
     EXPECT_TRUE(downloads.isChecked());
-    const int activations = application.activations;
     QTest::mouseClick(&check, Qt::LeftButton);
-    EXPECT_EQ(updates.requests, 1);
-    EXPECT_EQ(application.activations, activations + 1);
+    EXPECT_EQ(checks, 1);
 }
 
 TEST_F(SettingsWindowTest, LinksLeadToTheAddressesOfTheBundle) {

@@ -58,10 +58,13 @@ void Robot::pressHotkey() const {
 }
 
 bool Robot::isKeyboardFree() const {
+    // With the server to ourselves, so that our own try can never be what keeps a program from the keyboard.
+    xcb_grab_server(client_.get());
     const auto cookie = xcb_grab_keyboard(client_.get(), 1, client_.root(), XCB_CURRENT_TIME,
                                           XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     const Reply<xcb_grab_keyboard_reply_t> grab(xcb_grab_keyboard_reply(client_.get(), cookie, nullptr));
     xcb_ungrab_keyboard(client_.get(), XCB_CURRENT_TIME);
+    xcb_ungrab_server(client_.get());
     client_.sync();
     return grab && grab->status == XCB_GRAB_STATUS_SUCCESS;
 }

@@ -44,7 +44,9 @@ public:
     void type(const std::vector<Key>& keys) const;
     /// Types letters, digits and the marks of a path on a US keyboard; throws for anything else.
     void typeText(std::string_view text) const;
-    /// Waits until no program has the keyboard to itself: the one under test keeps it until the key that
+    /// Whether no program has the keyboard to itself.
+    [[nodiscard]] bool isKeyboardFree() const;
+    /// Waits until that is so: the one under test keeps it until the key that
     /// closed an overlay has come up, which takes a hand longer than this.
     void waitForKeyboard() const;
     /// Presses the hotkey after `waitForKeyboard`.
@@ -58,7 +60,6 @@ public:
     [[nodiscard]] Pixel position() const;
 
 private:
-    [[nodiscard]] bool isKeyboardFree() const;
     void fake(std::uint8_t type, std::uint8_t detail, Pixel place = {}) const;
 
     const XClient& client_;

@@ -37,7 +37,9 @@ HotkeyRecorder::HotkeyRecorder(const HotkeyRecorderServices& services, QWidget* 
 
     connect(leading_, &QAbstractButton::clicked, this, [this] { leadingPressed(); });
     connect(trailing_, &QAbstractButton::clicked, this, [this] { trailingPressed(); });
-    model_.setOnWillChange([this] { renderSoon(); });
+    renderSoon_.setSingleShot(true);
+    connect(&renderSoon_, &QTimer::timeout, this, [this] { render(); });
+    model_.setOnWillChange([this] { renderSoon_.start(); });
     services_.keyboardLayout.onChange([recorder = QPointer(this)] {
         if (recorder)
             recorder->render();
@@ -89,13 +91,8 @@ void HotkeyRecorder::trailingPressed() {
         model_.startRecording();
 }
 
-void HotkeyRecorder::renderSoon() {
-    if (std::exchange(rendering_, Rendering::due) == Rendering::current)
-        QMetaObject::invokeMethod(this, [this] { render(); }, Qt::QueuedConnection);
-}
-
 void HotkeyRecorder::render() {
-    rendering_ = Rendering::current;
+    renderSoon_.stop();
     const auto& combination = model_.hotkeySettings().keyCombination();
     leading_->setHighlighted(model_.isRecording());
     if (model_.isRecording()) {

@@ -2,6 +2,7 @@
 
 #include "hotkeys/HotkeyRecorderModel.h"
 
+#include <QTimer>
 #include <QWidget>
 
 class QAbstractButton;
@@ -29,8 +30,6 @@ private:
     [[nodiscard]] QWidget* makeControl();
     void leadingPressed();
     void trailingPressed();
-    /// Once the change at hand is made.
-    void renderSoon();
     void render();
     void presentReservedError();
 
@@ -38,7 +37,7 @@ private:
     HotkeyRecorderModel model_;
     HotkeyRecorderSegment* leading_;
     HotkeyRecorderSegment* trailing_;
-    enum class Rendering { current, due } rendering_ = Rendering::current;
+    QTimer renderSoon_; ///< once the change at hand is made
     enum class Alerting { off, on } alerting_ = Alerting::off;
 };
 

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <memory>
 #include <string>
 
 namespace glimmerly {
@@ -42,8 +43,9 @@ std::string lowerCase(std::string_view ascii) {
 
 std::optional<std::uint32_t> keycodeNumbered(std::string_view hexadecimal) {
     std::uint32_t number = 0;
-    const char* const end = hexadecimal.data() + hexadecimal.size();
-    const auto read = std::from_chars(hexadecimal.data(), end, number, 16);
+    const char* const start = std::to_address(hexadecimal.begin());
+    const char* const end = std::to_address(hexadecimal.end());
+    const auto read = std::from_chars(start, end, number, 16);
     if (read.ec != std::errc() || read.ptr != end || number > largestKeycode)
         return {};
     return number;

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-/// One category per area of the program.
+/// One category per area of the program that has something to log.
 namespace glimmerly::log_category {
 
 inline constexpr std::string_view appLifecycle = "AppLifecycle";

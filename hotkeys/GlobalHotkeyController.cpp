@@ -11,8 +11,9 @@ namespace glimmerly {
 
 namespace {
 
-void logFailure(std::string_view message, HotkeyStatus status) {
-    GlimmerlyLog::error(log_category::hotkey, message, {{"osstatus", std::to_string(status)}});
+void logFailure(std::string_view message, HotkeyStatus status,
+                GlimmerlyLog::Place place = GlimmerlyLog::Place::current()) {
+    GlimmerlyLog::error(log_category::hotkey, message, {{"osstatus", std::to_string(status)}}, {}, place);
 }
 
 } // namespace

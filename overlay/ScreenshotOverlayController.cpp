@@ -210,7 +210,7 @@ TelemetryProperties ScreenshotOverlayController::dismissalProperties(std::option
     if (source)
         base.insert_or_assign("source", telemetrySpelling(*source));
     if (overlayOpenDate_)
-        base.insert_or_assign("overlay_active_ms", clampedMilliseconds(*overlayOpenDate_, services_.clock()));
+        base.try_emplace("overlay_active_ms", clampedMilliseconds(*overlayOpenDate_, services_.clock()));
     return base;
 }
 

@@ -13,6 +13,8 @@ inline constexpr std::int64_t ansiA = 0;
 inline constexpr std::int64_t ansiZ = 6;
 inline constexpr std::int64_t returnKey = 36;
 inline constexpr std::int64_t escape = 53;
+inline constexpr std::int64_t firstModifier = 54; ///< the modifier keys have the numbers from here
+inline constexpr std::int64_t lastModifier = 63;
 inline constexpr std::int64_t keypadEnter = 76;
 } // namespace virtual_key
 

@@ -35,8 +35,9 @@ double secondsSince1970(WallTime time) {
 }
 
 void warn(std::string_view message, GlimmerlyLog::Metadata metadata = {},
-          const std::optional<Error>& error = {}) {
-    GlimmerlyLog::warning(log_category::telemetry, message, std::move(metadata), error);
+          const std::optional<Error>& error = {},
+          GlimmerlyLog::Place place = GlimmerlyLog::Place::current()) {
+    GlimmerlyLog::warning(log_category::telemetry, message, std::move(metadata), error, place);
 }
 
 void logUnlessAccepted(const Result<HttpResponse>& outcome) {
@@ -67,7 +68,8 @@ TelemetrySink& TelemetrySink::shared() {
 TelemetrySink::TelemetrySink(TelemetrySinkServices services)
     : services_(std::move(services)), sessionID_(Uuid::generate().toString()) {
     if (isServiceConfigured(services_.bundle.serviceBaseURL))
-        queue_.emplace(std::string(bundleIdentifier) + ".telemetry", becomeUtilityThread);
+        queue_ =
+            std::make_unique<SerialQueue>(std::string(bundleIdentifier) + ".telemetry", becomeUtilityThread);
 }
 
 void TelemetrySink::track(std::string_view name, TelemetryProperties properties) {

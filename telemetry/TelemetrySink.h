@@ -6,6 +6,7 @@
 #include "telemetry/Telemetry.h"
 #include "telemetry/TelemetryBatch.h"
 
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -49,7 +50,7 @@ private:
     std::vector<PendingTelemetryEvent> pending_; ///< oldest first
     std::optional<SerialQueue::Delayed> scheduledFlush_;
 
-    std::optional<SerialQueue> queue_; // last: it ends before what its tasks use; none when turned off
+    std::unique_ptr<SerialQueue> queue_; // last: it ends before what its tasks use; none when turned off
 };
 
 } // namespace glimmerly

@@ -35,6 +35,7 @@ void PermissionsOnboardingModel::stopPolling() {
 
 void PermissionsOnboardingModel::startTimer() {
     pollTimer_ = std::make_unique<QTimer>();
+    pollTimer_->setTimerType(Qt::PreciseTimer);
     connect(pollTimer_.get(), &QTimer::timeout, this, [this] { poll(); });
     pollTimer_->start(pollInterval);
 }

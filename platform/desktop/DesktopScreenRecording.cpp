@@ -10,6 +10,10 @@ namespace glimmerly {
 
 namespace {
 
+// The first may have to start the store; the others are asked for every second or so.
+constexpr std::chrono::milliseconds firstAnswer(500);
+constexpr std::chrono::milliseconds laterAnswers(50);
+
 bool isWaylandSession() {
     const char* type = std::getenv("XDG_SESSION_TYPE");
     return type && std::string_view(type) == "wayland";
@@ -37,7 +41,9 @@ bool DesktopScreenRecording::preflight() const {
     if (!store_)
         return true;
     // A store that has answered once and is too busy now has not changed its mind.
-    if (const auto word = store_->screenshot(); word != StoredPermission::unknown)
+    const bool isFirst = lastWord_ == StoredPermission::unknown;
+    if (const auto word = store_->screenshot(isFirst ? firstAnswer : laterAnswers);
+        word != StoredPermission::unknown)
         lastWord_ = word;
     return lastWord_ != StoredPermission::withheld;
 }

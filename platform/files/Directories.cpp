@@ -128,7 +128,7 @@ Result<void> makeDirectories(const fs::path& path) {
 }
 
 Result<void> makePrivateDirectory(const fs::path& path) {
-    if (const auto directory = makeAndOpenDirectory(path); !directory)
+    if (const auto directory = exclusiveDirectory(path, Place::own); !directory)
         return failure(directory.error());
     return {};
 }

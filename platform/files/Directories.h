@@ -32,8 +32,8 @@ namespace glimmerly {
 /// followed; what exists stays as it is.
 [[nodiscard]] Result<void> makeDirectories(const std::filesystem::path& path);
 
-/// Makes the directory `path`, whose parent exists, with mode 0700 whatever the umask. One that exists
-/// stays as it is; a link in its place is an error.
+/// Makes the directory `path`, whose parent exists, with mode 0700 whatever the umask. One that exists is
+/// closed to others; another user's, or a link in its place, is an error.
 [[nodiscard]] Result<void> makePrivateDirectory(const std::filesystem::path& path);
 
 } // namespace glimmerly

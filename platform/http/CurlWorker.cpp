@@ -41,6 +41,11 @@ void CurlWorker::stop() {
     wakeUp();
 }
 
+bool CurlWorker::isStopped() {
+    const std::lock_guard lock(mutex_);
+    return stopped_;
+}
+
 /// With the mutex held.
 void CurlWorker::wakeUp() {
     if (multi_)
@@ -58,6 +63,8 @@ void CurlWorker::run() {
         fail(turn->expired, CURLE_OPERATION_TIMEDOUT, {});
         for (auto& job : turn->toStart)
             start(std::move(job), systemProxy);
+        if (isStopped())
+            break; // while a proxy was looked for: whom the answers are for may be gone
         int running = 0;
         (void)curl_multi_perform(multi_.get(), &running);
         const bool hasRoomAgain = completeFinished();
@@ -95,8 +102,11 @@ void CurlWorker::start(HttpJob job, const SystemProxy& systemProxy) {
     const CurlRoute route{systemProxy.proxyFor(job.request.url), options_.certificateAuthorities};
     auto transfer = std::make_unique<CurlTransfer>(std::move(job), route);
     CURL* handle = transfer->handle();
-    if (handle == nullptr || curl_multi_add_handle(multi_.get(), handle) != CURLM_OK)
-        return transfer->complete(CURLE_FAILED_INIT);
+    if (handle == nullptr || curl_multi_add_handle(multi_.get(), handle) != CURLM_OK) {
+        if (!isStopped())
+            transfer->complete(CURLE_FAILED_INIT);
+        return;
+    }
     transfers_.emplace(handle, std::move(transfer));
 }
 

@@ -35,6 +35,7 @@ private:
     [[nodiscard]] std::optional<Turn> nextTurn();
     void start(HttpJob job, const SystemProxy& systemProxy);
     bool completeFinished();
+    [[nodiscard]] bool isStopped();
     void wakeUp();
 
     const CurlHttpClientOptions options_;

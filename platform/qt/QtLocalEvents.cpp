@@ -14,8 +14,8 @@ namespace {
 
 constexpr std::chrono::minutes idleLimit{1};
 
-bool isModifierKey(int key) {
-    switch (key) {
+bool isModifierKey(const QKeyEvent& press) {
+    switch (press.key()) {
     case Qt::Key_Shift:
     case Qt::Key_Control:
     case Qt::Key_Meta:
@@ -28,8 +28,12 @@ bool isModifierKey(int key) {
     case Qt::Key_CapsLock:
     case Qt::Key_Mode_switch:
         return true;
+    case Qt::Key_Escape:
+        return false; // also where a layout has put it on the place of Caps Lock
     default:
-        return false;
+        // Qt (6.4) has no name for what some layouts make of them, such as the next group or level five.
+        const auto code = virtualKeyCodeFromNativeScanCode(press.nativeScanCode());
+        return code && *code >= virtual_key::firstModifier && *code <= virtual_key::lastModifier;
     }
 }
 
@@ -46,15 +50,15 @@ constexpr std::array modifierFlags{
 
 KeyDownEvent keyDownOf(const QKeyEvent& press) {
     KeyDownEvent event;
-    // Layouts can put Escape elsewhere, and it is by its meaning that it ends things.
-    if (press.key() == Qt::Key_Escape)
-        event.keyCode = virtual_key::escape;
-    else
-        event.keyCode = virtualKeyCodeFromNativeScanCode(press.nativeScanCode());
     for (const auto& [modifier, flag] : modifierFlags) {
         if (press.modifiers() & modifier)
             event.modifierFlags |= flag;
     }
+    // Layouts can put Escape elsewhere, and alone it ends things by its meaning.
+    if (press.key() == Qt::Key_Escape && event.modifierFlags == 0)
+        event.keyCode = virtual_key::escape;
+    else
+        event.keyCode = virtualKeyCodeFromNativeScanCode(press.nativeScanCode());
     return event;
 }
 
@@ -116,11 +120,11 @@ bool QtLocalEvents::isKeptPress(const QKeyEvent& press) {
     if (monitors_.empty()) {
         if (isRepeatOfKept(press))
             return true;
-        if (!isModifierKey(press.key()))
+        if (!isModifierKey(press))
             keptKey_.reset();
         return false;
     }
-    if (isModifierKey(press.key()))
+    if (isModifierKey(press))
         return true;
     holdKeyboard(QGuiApplication::focusWindow());
     if (!monitorsKeep(keyDownOf(press)))

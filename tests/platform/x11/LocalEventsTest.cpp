@@ -111,6 +111,19 @@ TEST_F(LocalEventsTest, AMonitorGetsEveryKeyAndNothingElseDoes) {
     EXPECT_TRUE(runUntil([&] { return escapeReachedTheWindow; }));
 }
 
+TEST_F(LocalEventsTest, WhatALayoutMakesOfAModifierOrOfEscapeCounts) {
+    TestKeyboard::setLayout("-layout us,de -option '' -option grp:alt_shift_toggle,caps:escape");
+    monitor();
+    press({TestKeyboard::altKey, TestKeyboard::shiftKey}, virtual_key::ansiA);
+    press({TestKeyboard::controlKey}, TestKeyboard::capsLock);
+    press({}, TestKeyboard::capsLock);
+    ASSERT_TRUE(waitForPresses(3));
+    EXPECT_EQ(seen[0].keyCode, virtual_key::ansiA) << "no key to switch the layout";
+    EXPECT_EQ(seen[1], (KeyDownEvent{TestKeyboard::capsLock, event_modifier::control}));
+    EXPECT_EQ(seen[2], (KeyDownEvent{virtual_key::escape, 0}));
+    TestKeyboard::setLayout("-layout us -option ''");
+}
+
 TEST_F(LocalEventsTest, KeysOfTheDesktopAreItsOwnAgainWhenAnotherProgramIsInFront) {
     const auto other = X11Connection::open().value();
     const auto isKeyboardFree = [&] {

@@ -93,7 +93,10 @@ TEST_F(Onboarding, StaysUntilThePermissionIsGrantedAndContinueChosen) {
 
     robot.type({Key::returnKey});
     ASSERT_TRUE(waitUntil([&] { return windowPixels() != before; })) << "no explanation";
+    const Bitmap explained = windowPixels();
     robot.type({Key::returnKey});
+    robot.type({Key::tab}); // shows where the focus is, once Return has done nothing
+    ASSERT_TRUE(waitUntil([&] { return windowPixels() != explained; }));
     EXPECT_FALSE(windowShows(green));
 
     desktopSays("screenshot=yes\n");

@@ -11,6 +11,7 @@ namespace glimmerly {
 /// Keys by their place on the keyboard, whatever the layout prints on them.
 enum class Key : std::uint8_t {
     escape = 9,
+    tab = 23,
     returnKey = 36,
     leftControl = 37,
     a = 38,

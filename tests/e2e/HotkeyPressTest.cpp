@@ -36,6 +36,7 @@ TEST(HotkeyPress, IsAPlaceOnTheKeyboardInEveryLayout) {
 
 TEST(HotkeyPress, HeldDownIsOneRequest) {
     Session session;
+    session.robot.waitForKeyboard();
     for (const Key key : {Key::super, Key::leftShift, Key::a})
         session.robot.press(key);
     ASSERT_TRUE(session.waitForOverlay());
@@ -66,6 +67,7 @@ TEST(HotkeyPress, CountsWhileTheKeyThatClosedAnOverlayIsStillDown) {
 
 TEST(HotkeyPress, TwentyInASecondLeaveOneOverlayAndItsFile) {
     Session session;
+    session.robot.waitForKeyboard();
     session.robot.press(Key::super);
     session.robot.press(Key::leftShift);
     for (int press = 0; press < 20; ++press)

@@ -5,6 +5,7 @@
 #include <expat.h>
 
 #include <charconv>
+#include <memory>
 #include <type_traits>
 
 namespace glimmerly {
@@ -25,7 +26,7 @@ struct Name {
 Name nameOf(const char* reported) {
     const std::string_view text = reported;
     const auto end = text.rfind(separator);
-    return end == text.npos ? Name{text, false} : Name{text.substr(end + 1), true};
+    return end == std::string_view::npos ? Name{text, false} : Name{text.substr(end + 1), true};
 }
 
 template <typename Handler>
@@ -36,8 +37,8 @@ void eachAttribute(const char** attributes, Handler handler) {
 
 std::uint64_t lengthFrom(std::string_view text) {
     std::uint64_t length = 0;
-    const char* end = text.data() + text.size();
-    const auto [rest, failed] = std::from_chars(text.data(), end, length);
+    const char* end = std::to_address(text.end());
+    const auto [rest, failed] = std::from_chars(std::to_address(text.begin()), end, length);
     return failed == std::errc() && rest == end ? length : 0;
 }
 

@@ -1,11 +1,11 @@
 #include "platform/linux/updates/install/UpdateSlot.h"
 
-#include "platform/files/Directories.h"
-
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <cerrno>
 
 namespace glimmerly {
 
@@ -29,8 +29,8 @@ bool makeEmpty(const fs::path& folder) {
 } // namespace
 
 Result<UpdateSlot> UpdateSlot::claim(const fs::path& path) {
-    if (auto made = makePrivateDirectory(path); !made)
-        return failure(made.error());
+    if (::mkdir(path.c_str(), S_IRWXU) != 0 && errno != EEXIST)
+        return posixFailure("Making " + path.string());
     FileDescriptor directory(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
     if (!directory)
         return posixFailure("Opening " + path.string());

@@ -1,12 +1,9 @@
 // A capture that fails says so, is logged with its stage, leaves nothing behind, and breaks nothing.
+#include "tests/e2e/support/Mounts.h"
 #include "tests/e2e/support/Session.h"
 #include "tests/support/ScratchDirectory.h"
 
 #include <fmt/format.h>
-
-#include <sched.h>
-#include <sys/mount.h>
-#include <unistd.h>
 
 namespace glimmerly::e2e {
 namespace {
@@ -15,17 +12,8 @@ using std::filesystem::path;
 
 /// Gives the calling process a file system of its own at `place`; nobody else sees it.
 void mountOwn(const path& place, unsigned long flags, const char* options) {
-    const auto user = geteuid();
-    const auto group = getegid();
-    if (unshare(CLONE_NEWNS | (user == 0 ? 0 : CLONE_NEWUSER)) != 0)
-        _exit(125);
-    if (user != 0) {
-        writeContent("/proc/self/setgroups", "deny");
-        writeContent("/proc/self/uid_map", fmt::format("{0} {0} 1", user));
-        writeContent("/proc/self/gid_map", fmt::format("{0} {0} 1", group));
-    }
-    if (mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
-        mount("tmpfs", place.c_str(), "tmpfs", flags, options) != 0)
+    mountForThisProcessOnly();
+    if (mount("tmpfs", place.c_str(), "tmpfs", flags, options) != 0)
         _exit(125);
 }
 

@@ -1,4 +1,6 @@
 // The tray icon and its menu.
+#include "tests/e2e/support/Tray.h"
+
 #include "tests/e2e/support/Session.h"
 
 namespace glimmerly::e2e {
@@ -6,16 +8,6 @@ namespace {
 
 Desktop::Options withPanel() {
     return {.panel = Panel::tint2};
-}
-
-/// Where the program's icon is in the panel; none while it is not there.
-std::optional<Pixel> iconPlace(const XClient& client) {
-    for (const auto window : client.windowsWith("_XEMBED_INFO")) {
-        const auto area = client.areaOf(window);
-        if (area.width > 4 && area.x > 0 && area.y > 0)
-            return Pixel{area.x + area.width / 2, area.y + area.height / 2};
-    }
-    return std::nullopt;
 }
 
 /// The screen but the panel.
@@ -26,9 +18,9 @@ PixelRect abovePanel(const XClient& client) {
 /// Waits for the icon, clicks it, and waits until the menu is on the screen.
 void openMenu(const Session& session) {
     const auto& client = session.desktop.client();
-    ASSERT_TRUE(waitUntil([&] { return iconPlace(client).has_value(); })) << "no icon in the panel";
+    ASSERT_TRUE(waitUntil([&] { return trayIconPlace(client).has_value(); })) << "no icon in the panel";
     const auto before = client.pixels(abovePanel(client));
-    session.robot.click(*iconPlace(client), 3);
+    session.robot.click(*trayIconPlace(client), 3);
     ASSERT_TRUE(waitUntil([&] { return client.pixels(abovePanel(client)) != before; })) << "no menu";
 }
 

@@ -1,6 +1,7 @@
 #include "app/ProgramBundle.h"
 
 #include "base/BundleIdentifier.h"
+#include "platform/linux/updates/install/InstalledFolder.h"
 
 #include <cstdlib>
 
@@ -12,9 +13,19 @@ BundleInfo programBundle() {
         const char* const value = std::getenv(name);
         return std::string(value != nullptr ? value : "");
     };
-    return {.shortVersion = "1.4.2",
+    const auto orNone = [&](const char* name) {
+        auto value = setting(name);
+        return value.empty() ? std::nullopt : std::optional(std::move(value));
+    };
+    // What lies in an archive's folder is as old as that says.
+    const auto installed = InstalledFolder::ofThisProcess().path();
+    const std::string version = archiveVersionIn(installed).value_or("1.4.2");
+    return {.shortVersion = version,
+            .version = version,
             .identifier = std::string(bundleIdentifier),
-            .serviceBaseURL = setting("TEST_SERVICE_BASE_URL")};
+            .serviceBaseURL = setting("TEST_SERVICE_BASE_URL"),
+            .feedURL = orNone("TEST_FEED_URL"),
+            .updatePublicKey = orNone("TEST_UPDATE_PUBLIC_KEY")};
 }
 
 } // namespace glimmerly

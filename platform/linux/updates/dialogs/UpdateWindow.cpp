@@ -36,13 +36,13 @@ QString sizeText(std::uint64_t bytes) {
 } // namespace
 
 UpdateWindow::UpdateWindow() : QWidget(nullptr, Qt::Dialog) {
-    setWindowTitle("Software Update");
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
 }
 
 void UpdateWindow::showPage(const UpdatePage& page, Prominence prominence) {
     dismiss_ = page.dismiss;
+    setWindowTitle(page.title);
     // The old page may hold the button whose click this is.
     if (content_ != nullptr) {
         content_->hide();
@@ -55,6 +55,8 @@ void UpdateWindow::showPage(const UpdatePage& page, Prominence prominence) {
     layout()->activate();
     setFixedSize(windowWidth, layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(windowWidth)
                                                             : layout()->totalSizeHint().height());
+    if (default_)
+        default_->setFocus();
     present(prominence);
 }
 
@@ -132,6 +134,7 @@ void UpdateWindow::setProgress(DownloadProgress progress) {
 }
 
 void UpdateWindow::addButtons(QBoxLayout& column, const std::vector<UpdatePage::Button>& buttons) {
+    default_ = nullptr;
     if (buttons.empty())
         return;
     auto* row = new QHBoxLayout;
@@ -150,7 +153,7 @@ void UpdateWindow::addButtons(QBoxLayout& column, const std::vector<UpdatePage::
         if (left == most)
             row->addStretch(1);
         if (isDefault)
-            button->setFocus();
+            default_ = button;
     }
     column.addLayout(row);
 }
@@ -158,11 +161,17 @@ void UpdateWindow::addButtons(QBoxLayout& column, const std::vector<UpdatePage::
 void UpdateWindow::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape)
         close();
-    else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        if (auto* button = qobject_cast<QPushButton*>(focusWidget()))
-            button->click();
-    } else
+    else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        press();
+    else
         QWidget::keyPressEvent(event);
+}
+
+void UpdateWindow::press() {
+    if (auto* button = qobject_cast<QPushButton*>(focusWidget()))
+        button->click();
+    else if (default_)
+        default_->click();
 }
 
 void UpdateWindow::closeEvent(QCloseEvent* event) {

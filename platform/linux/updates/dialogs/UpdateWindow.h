@@ -2,6 +2,8 @@
 
 #include "platform/linux/updates/UpdateDialogs.h"
 
+#include <QPointer>
+#include <QPushButton>
 #include <QWidget>
 
 #include <vector>
@@ -51,10 +53,13 @@ private:
     void addProgress(QBoxLayout& column, UpdatePage::Progress progress);
     void addButtons(QBoxLayout& column, const std::vector<UpdatePage::Button>& buttons);
     void present(Prominence prominence);
+    /// As Return does.
+    void press();
 
     QWidget* content_ = nullptr;
     UiProgressBar* progressBar_ = nullptr;
     UiLabel* progressText_ = nullptr;
+    QPointer<QPushButton> default_;
     std::function<void()> dismiss_;
 };
 

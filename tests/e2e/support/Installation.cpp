@@ -1,0 +1,221 @@
+#include "tests/e2e/support/Installation.h"
+
+#include "tests/e2e/support/Mounts.h"
+#include "tests/e2e/support/Tray.h"
+
+#include <algorithm>
+#include <csignal>
+#include <regex>
+#include <stdexcept>
+
+namespace glimmerly::e2e {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr auto authorities = "/etc/ssl/certs/ca-certificates.crt";
+
+fs::path keyFile(const fs::path& directory, Installation::Signer signer) {
+    return directory / (signer == Installation::Signer::us ? "us.pem" : "somebody-else.pem");
+}
+
+void replace(std::string& text, const std::string& from, const std::string& to) {
+    const auto at = text.find(from);
+    if (at == std::string::npos)
+        throw std::runtime_error(text + " is without " + from);
+    text.replace(at, from.size(), to);
+}
+
+} // namespace
+
+Installation::Installation() {
+    for (const auto signer : {Signer::us, Signer::somebodyElse})
+        run("openssl genpkey -algorithm ed25519 -out " + keyFile(scratch_.path(), signer).string());
+    publicKey_ = run("openssl pkey -pubout -outform DER -in " +
+                     keyFile(scratch_.path(), Signer::us).string() + " | tail -c 32 | base64 -w0");
+    package("1.0", scratch_.path() / "old");
+    package("2.0", server_.files());
+    for (const auto& name : namesIn(server_.files())) {
+        if (name.ends_with(".tar.gz"))
+            archiveName_ = name;
+        else if (name.ends_with(".xml"))
+            item_ = contentOf(server_.files() / name);
+    }
+    install();
+    const auto preferences = desktop_.home() / ".config/app.glimmerly.Glimmerly";
+    fs::create_directories(preferences);
+    writeContent(preferences / "preferences.ini",
+                 "[General]\nSUHasLaunchedBefore=true\nSUAutomaticallyChecksForUpdates=false\nmine=kept\n");
+}
+
+Installation::~Installation() {
+    killPrograms();
+}
+
+std::string Installation::run(const std::string& command) const {
+    auto output = ChildProcess::outputOf({.command = {"bash", "-c", "set -euo pipefail; " + command}});
+    if (!output)
+        throw std::runtime_error("failed: " + command);
+    return *output;
+}
+
+void Installation::package(const std::string& version, const fs::path& output) const {
+    const auto tree = scratch_.path() / version;
+    fs::create_directories(tree / "bin");
+    fs::create_directories(tree / "share");
+    fs::copy_file(GLIMMERLY_BUNDLE_DOUBLE, tree / "bin/glimmerly");
+    const std::vector<std::string> command{
+        GLIMMERLY_PACKAGE, tree, version, output, keyFile(scratch_.path(), Signer::us), server_.url("file")};
+    ChildProcess packaging({.command = command, .errors = scratch_.path() / "package.err"});
+    if (packaging.waitForExit(std::chrono::minutes(1)) != 0)
+        throw std::runtime_error("not packaged: " + contentOf(scratch_.path() / "package.err"));
+}
+
+void Installation::install() const {
+    fs::remove_all(folder_.parent_path());
+    fs::create_directories(folder_.parent_path());
+    run("tar -xzf " + scratch_.path().string() + "/old/*.tar.gz -C " + folder_.parent_path().string());
+}
+
+std::unique_ptr<Glimmerly> Installation::start() {
+    return start([] {});
+}
+
+std::unique_ptr<Glimmerly> Installation::startOnFullDisk() {
+    const auto copy = scratch_.path() / "copy";
+    fs::copy(folder_, copy, fs::copy_options::recursive);
+    const auto size = std::stoull(run("du -sk " + copy.string())) + fs::file_size(archive()) / 1024 + 512;
+    return start([this, copy, options = "size=" + std::to_string(size) + "k"] {
+        const auto apps = folder_.parent_path();
+        if (mount("tmpfs", apps.c_str(), "tmpfs", 0, options.c_str()) != 0)
+            _exit(125);
+        fs::copy(copy, folder_, fs::copy_options::recursive);
+    });
+}
+
+std::unique_ptr<Glimmerly> Installation::start(const std::function<void()>& prepareDisk) {
+    const Environment environment{{"TEST_FEED_URL", server_.url(feedPlace_)},
+                                  {"TEST_UPDATE_PUBLIC_KEY", publicKey_},
+                                  {"no_proxy", "127.0.0.1"}};
+    const auto beforeExec = [certificate = certificate_.certificate, prepareDisk] {
+        mountForThisProcessOnly();
+        if (mount(certificate.c_str(), authorities, nullptr, MS_BIND, nullptr) != 0)
+            _exit(125);
+        prepareDisk();
+    };
+    return std::make_unique<Glimmerly>(desktop_, Glimmerly::Options{.environment = environment,
+                                                                    .beforeExec = beforeExec,
+                                                                    .program = folder_ / "bin/glimmerly"});
+}
+
+std::string Installation::signatureOf(const fs::path& file, Signer signer) const {
+    return run("openssl pkeyutl -sign -rawin -inkey " + keyFile(scratch_.path(), signer).string() + " -in " +
+               file.string() + " | base64 -w0");
+}
+
+std::string Installation::feedOf(std::string item) const {
+    return R"(<?xml version="1.0"?><rss version="2.0" xmlns:updates="urn:updates"><channel>)" + item +
+           "</channel></rss>";
+}
+
+std::string Installation::feed(const std::string& behaviour, Signer signer,
+                               const std::string& version) const {
+    std::string item = item_;
+    replace(item, "/file/", "/" + behaviour + "/");
+    replace(item, "<updates:version>2.0", "<updates:version>" + version);
+    if (signer == Signer::somebodyElse)
+        item = std::regex_replace(item, std::regex("edSignature=\"[^\"]*"),
+                                  "edSignature=\"" + signatureOf(archive(), signer));
+    return feedOf(item);
+}
+
+std::string Installation::feedFor(const std::string& content) const {
+    const auto file = scratch_.path() / "content";
+    writeContent(file, content);
+    std::string item = std::regex_replace(item_, std::regex("edSignature=\"[^\"]*"),
+                                          "edSignature=\"" + signatureOf(file, Signer::us));
+    return feedOf(std::regex_replace(item, std::regex("length=\"[^\"]*"),
+                                     "length=\"" + std::to_string(content.size())));
+}
+
+void Installation::serve(const std::string& place, const std::string& content) {
+    feedPlace_ = place;
+    writeContent(server_.files() / fs::path(place).filename(), content);
+}
+
+std::string Installation::version() const {
+    const auto text = contentOf(folder_ / "share/glimmerly/archive-version");
+    return fs::exists(folder_ / "bin/glimmerly") ? text.substr(0, text.find('\n')) : "none";
+}
+
+bool Installation::isAlone() const {
+    return namesIn(folder_.parent_path()) == std::vector<std::string>{folder_.filename()};
+}
+
+std::vector<pid_t> Installation::programs() const {
+    const std::string home = "HOME=" + desktop_.home().string();
+    std::vector<pid_t> found;
+    for (const auto& entry : fs::directory_iterator("/proc")) {
+        std::error_code unreadable;
+        const auto name = entry.path().filename().string();
+        if (std::isdigit(static_cast<unsigned char>(name.front())) &&
+            fs::read_symlink(entry.path() / "exe", unreadable).string().find("bin/glimmerly") !=
+                std::string::npos &&
+            contentOf(entry.path() / "environ").find(home) != std::string::npos)
+            found.push_back(std::stoi(name));
+    }
+    return found;
+}
+
+void Installation::killPrograms() const {
+    for (const pid_t process : programs())
+        ::kill(process, SIGKILL);
+    (void)waitUntil([this] { return programs().empty(); });
+}
+
+testing::AssertionResult Installation::check() {
+    const auto& client = desktop_.client();
+    const auto icon = [&] { return trayIconPlace(client); };
+    if (!waitUntil([&] { return icon().has_value(); }))
+        return testing::AssertionFailure() << "no icon in the panel";
+    const auto windows = [&] { return client.visibleWindows().size(); };
+    if (!windowsAtRest_)
+        windowsAtRest_ = windows();
+    if (!waitUntil([&] { return windows() == windowsAtRest_; }))
+        return testing::AssertionFailure() << "other windows are open";
+    // A menu that opens while the focus still wanders from a dialog that has gone may close again at once.
+    const auto opensMenu = [&] {
+        robot_.click(*icon(), 3);
+        return waitUntil([&] { return windows() > windowsAtRest_; }, std::chrono::seconds(1));
+    };
+    if (!waitUntil(opensMenu))
+        return testing::AssertionFailure() << "no menu";
+    for (const auto key : {Key::up, Key::up, Key::returnKey})
+        robot_.type({key});
+    return testing::AssertionSuccess();
+}
+
+std::optional<std::string> Installation::dialog() const {
+    const auto& client = desktop_.client();
+    const auto active = client.windowProperty(client.root(), "_NET_ACTIVE_WINDOW");
+    const auto windows = client.managedWindows();
+    if (!active || std::ranges::find(windows, *active) == windows.end())
+        return std::nullopt;
+    return client.propertyBytes(*active, "_NET_WM_NAME");
+}
+
+testing::AssertionResult Installation::waitFor(const std::string& title) const {
+    if (waitUntil([&] { return dialog() == title; }))
+        return testing::AssertionSuccess();
+    return testing::AssertionFailure() << "in place of “" << title << "”: " << dialog().value_or("nothing");
+}
+
+testing::AssertionResult Installation::accept(const std::string& title) const {
+    auto shown = waitFor(title);
+    if (shown)
+        robot_.type({Key::returnKey});
+    return shown;
+}
+
+} // namespace glimmerly::e2e

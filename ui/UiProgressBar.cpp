@@ -50,7 +50,7 @@ void UiProgressBar::paintEvent(QPaintEvent*) {
     const QRectF bar = rect();
     const double radius = bar.height() / 2;
     const UiColors& colors = uiColors(*this);
-    painter.setBrush(colors.tertiaryFill);
+    painter.setBrush(colors.quaternaryFill);
     painter.drawRoundedRect(bar, radius, radius);
     double begin = 0;
     double end = 0;

@@ -44,7 +44,7 @@ public:
 
     [[nodiscard]] const Robot& robot() const { return robot_; }
     /// Chooses "Check for updates…" from the menu in the tray.
-    [[nodiscard]] testing::AssertionResult check();
+    [[nodiscard]] testing::AssertionResult check() const;
     /// The title of the updater's window; none while there is none with the keyboard.
     [[nodiscard]] std::optional<std::string> dialog() const;
     [[nodiscard]] testing::AssertionResult waitFor(const std::string& title) const;
@@ -52,6 +52,8 @@ public:
     [[nodiscard]] testing::AssertionResult accept(const std::string& title) const;
 
 private:
+    /// Where the menu opened; none when it did not.
+    [[nodiscard]] std::optional<PixelRect> openMenu(Pixel icon) const;
     /// What a shell says to `command`; throws when it fails.
     std::string run(const std::string& command) const;
     void package(const std::string& version, const std::filesystem::path& output) const;
@@ -67,7 +69,6 @@ private:
     std::filesystem::path folder_ = desktop_.home() / "Apps/Glimmerly";
     std::string feedPlace_ = "file/feed.xml";
     std::string publicKey_;
-    std::optional<std::size_t> windowsAtRest_;
     std::string archiveName_;
     std::string item_; ///< as the packaging wrote it
 };

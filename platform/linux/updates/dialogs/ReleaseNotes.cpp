@@ -69,7 +69,7 @@ private:
         QTextCharFormat format;
         format.setFontItalic(from.fontItalic());
         format.setFontWeight(from.fontWeight() > QFont::Normal ? QFont::DemiBold : QFont::Normal);
-        if (from.fontFixedPitch())
+        if (from.fontFixedPitch() || from.fontFamilies().toStringList().contains("monospace"))
             format.setFontFamilies({QFontDatabase::systemFont(QFontDatabase::FixedFont).family()});
         if (headingLevel > 0) {
             constexpr std::array sizes{4, 2, 1, 0, 0, 0};
@@ -97,6 +97,8 @@ private:
 ReleaseNotes::ReleaseNotes(const std::string& notes, NotesFormat format, QWidget* parent)
     : QTextBrowser(parent), notes_(toQString(notes)), format_(format) {
     setOpenLinks(false);
+    constexpr double margin = 8;
+    document()->setDocumentMargin(margin);
     setFont(uiFont(text_style::body));
     setAccessibleName("Release notes");
     connect(this, &QTextBrowser::anchorClicked, this, [](const QUrl& url) {

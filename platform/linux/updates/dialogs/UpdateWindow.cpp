@@ -19,7 +19,7 @@ namespace glimmerly {
 
 namespace {
 
-constexpr int windowWidth = 480; // points
+constexpr int windowWidth = 500; // points
 constexpr int padding = 24;
 constexpr int iconSide = 56;
 constexpr int iconSpacing = 18;
@@ -86,7 +86,7 @@ QWidget* UpdateWindow::makeContent(const UpdatePage& page) {
         column->addWidget(notes);
     }
     addProgress(*column, page.progress);
-    addButtons(*column, page.buttons);
+    addButtons(*column, page);
     return content;
 }
 
@@ -133,7 +133,11 @@ void UpdateWindow::setProgress(DownloadProgress progress) {
     progressText_->setText(QString("%1 of %2").arg(sizeText(progress.received), sizeText(progress.total)));
 }
 
-void UpdateWindow::addButtons(QBoxLayout& column, const std::vector<UpdatePage::Button>& buttons) {
+void UpdateWindow::addButtons(QBoxLayout& column, const UpdatePage& page) {
+    const auto& buttons = page.buttons;
+    // What only interrupts is not what anybody should be led to.
+    const auto defaultKind =
+        page.progress == UpdatePage::Progress::none ? ButtonKind::prominent : ButtonKind::bordered;
     default_ = nullptr;
     if (buttons.empty())
         return;
@@ -145,8 +149,7 @@ void UpdateWindow::addButtons(QBoxLayout& column, const std::vector<UpdatePage::
         row->addStretch(1);
     for (const auto& [label, action] : buttons) {
         const bool isDefault = --left == 0;
-        auto* button =
-            new UiButton(label, {.kind = isDefault ? ButtonKind::prominent : ButtonKind::bordered});
+        auto* button = new UiButton(label, {.kind = isDefault ? defaultKind : ButtonKind::bordered});
         // It goes away with its page, which the action may take away.
         connect(button, &QPushButton::clicked, this, [act = action] { act(); }, Qt::QueuedConnection);
         row->addWidget(button);

@@ -51,7 +51,7 @@ private:
     [[nodiscard]] QWidget* makeContent(const UpdatePage& page);
     [[nodiscard]] QLayout* makeHeader(const UpdatePage& page) const;
     void addProgress(QBoxLayout& column, UpdatePage::Progress progress);
-    void addButtons(QBoxLayout& column, const std::vector<UpdatePage::Button>& buttons);
+    void addButtons(QBoxLayout& column, const UpdatePage& page);
     void present(Prominence prominence);
     /// As Return does.
     void press();

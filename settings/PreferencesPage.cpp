@@ -16,7 +16,8 @@ constexpr int belowTitle = 4;
 
 } // namespace
 
-PreferencesPage::PreferencesPage(const QString& title, QWidget* parent) : QScrollArea(parent) {
+PreferencesPage::PreferencesPage(const QString& title, QWidget* parent)
+    : QScrollArea(parent), column_(tightLayout<QVBoxLayout>(nullptr, spacing)) {
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setWidgetResizable(true);
@@ -27,7 +28,6 @@ PreferencesPage::PreferencesPage(const QString& title, QWidget* parent) : QScrol
     content->setMaximumWidth(contentWidth);
     auto* all = tightLayout<QVBoxLayout>(content, 0);
     all->setContentsMargins(padding, padding, padding, padding);
-    column_ = tightLayout<QVBoxLayout>(nullptr, spacing);
     auto* heading = new UiLabel(title, text_style::largeTitle);
     heading->setContentsMargins(0, 0, 0, belowTitle);
     column_->addWidget(heading);

@@ -27,7 +27,6 @@ constexpr auto unexpected = "Bug report submission failed with unexpected transp
 struct BugReportSheetTest : testing::Test {
     BugReportSheetTest() {
         window.resize(720, 600);
-        sheet = new UiSheet(window, new BugReportSheet(*model));
         window.show();
         QApplication::setActiveWindow(&window);
     }
@@ -61,7 +60,7 @@ struct BugReportSheetTest : testing::Test {
     QWidget window;
     std::unique_ptr<BugReportSheetModel> model =
         std::make_unique<BugReportSheetModel>(service, [this] { ++dismissals; });
-    UiSheet* sheet = nullptr;
+    UiSheet* sheet = new UiSheet(window, new BugReportSheet(*model));
 };
 
 TEST_F(BugReportSheetTest, StartsEmptyAndSaysWhatItNeeds) {

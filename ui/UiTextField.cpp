@@ -12,6 +12,8 @@ namespace glimmerly {
 
 UiTextField::UiTextField(QWidget* parent) : QLineEdit(parent) {
     setFrame(false);
+    constexpr int unlimited = 1 << 24; // what is pasted is never cut
+    setMaxLength(unlimited);
     setFont(uiFont(text_style::body));
     setTextMargins(ui_style::fieldPadding, 0, ui_style::fieldPadding, 0);
     QPalette transparent = palette();

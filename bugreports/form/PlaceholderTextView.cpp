@@ -29,6 +29,8 @@ PlaceholderTextView::PlaceholderTextView(const QString& placeholder, QWidget* pa
     QPalette transparent = palette();
     transparent.setColor(QPalette::Base, Qt::transparent);
     setPalette(transparent);
+    // Qt (6.4) repaints the one line that was edited; the placeholder may have more.
+    connect(this, &QPlainTextEdit::textChanged, viewport(), qOverload<>(&QWidget::update));
 }
 
 void PlaceholderTextView::setBoundText(const QString& text) {

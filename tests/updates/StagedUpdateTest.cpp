@@ -19,7 +19,8 @@ namespace fs = std::filesystem;
 /// Names what lies in the installed folder, so that a mixture of two versions is seen.
 std::string archiveOfVersion(const std::string& version) {
     return archiveOf({{.path = "G/bin/glimmerly", .content = version, .mode = 0755},
-                      {.path = "G/share/glimmerly/archive-version", .content = version + "\n"}});
+                      {.path = "G/share/glimmerly/archive-contents",
+                       .content = version + "\nbin/glimmerly\nshare/glimmerly/archive-contents\n"}});
 }
 
 std::span<const std::byte> bytesOf(const std::string& text) {
@@ -74,7 +75,7 @@ TEST_F(StagedUpdateTest, PutsTheNewVersionInPlaceAndKeepsTheOldUntilTheNextStart
 
 TEST_F(StagedUpdateTest, NothingIsLeftOfOneThatIsNotInstalled) {
     for (const auto& archive : {archiveOfVersion("2"), archiveOfVersion("2").substr(0, 100),
-                                archiveOf({{.path = "G/share/glimmerly/archive-version", .content = "2\n"}}),
+                                archiveOf({{.path = "G/share/glimmerly/archive-contents", .content = "2\n"}}),
                                 archiveOf({{.path = "G/bin/glimmerly", .content = "2", .mode = 0755}})}) {
         auto staged = StagedUpdate::begin(installed);
         ASSERT_TRUE(staged);
@@ -112,7 +113,16 @@ TEST_F(StagedUpdateTest, AKilledProcessLeavesOneWholeVersion) {
 
 TEST_F(StagedUpdateTest, KnowsWhatItMustNotReplace) {
     EXPECT_EQ(installed.replaceability(), Replaceability::replaceable);
-    fs::remove(folder / InstalledFolder::versionFile);
+    {
+        auto staged = StagedUpdate::begin(installed);
+        ASSERT_TRUE(staged && staged->unpack(bytesOf(archiveOfVersion("2"))));
+        writeContent(folder / "share/mine", "precious");
+        EXPECT_EQ(installed.replaceability(), Replaceability::managedElsewhere) << "a file of the user's";
+        EXPECT_FALSE(staged->install());
+        EXPECT_EQ(contentOf(folder / "share/mine"), "precious");
+    }
+    fs::remove(folder / "share/mine");
+    fs::remove(folder / InstalledFolder::contentsFile);
     EXPECT_EQ(installed.replaceability(), Replaceability::managedElsewhere);
     EXPECT_EQ(InstalledFolder::ofThisProcess().replaceability(), Replaceability::managedElsewhere);
 

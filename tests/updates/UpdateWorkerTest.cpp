@@ -40,7 +40,8 @@ private:
 
 std::string archiveOfVersion(const std::string& version) {
     return archiveOf({{.path = "G/bin/glimmerly", .content = version, .mode = 0755},
-                      {.path = "G/share/glimmerly/archive-version", .content = version + "\n"}});
+                      {.path = "G/share/glimmerly/archive-contents",
+                       .content = version + "\nbin/glimmerly\nshare/glimmerly/archive-contents\n"}});
 }
 
 class UpdateWorkerTest : public testing::Test {
@@ -49,7 +50,8 @@ protected:
         fs::create_directories(folder / "bin");
         fs::create_directories(folder / "share/glimmerly");
         writeContent(folder / "bin/glimmerly", "1.0");
-        writeContent(folder / InstalledFolder::versionFile, "1.0\n");
+        writeContent(folder / InstalledFolder::contentsFile,
+                     "1.0\nbin/glimmerly\nshare/glimmerly/archive-contents\n");
     }
 
     [[nodiscard]] UpdateWorker::Options options(const std::string& feed) const {
@@ -145,7 +147,7 @@ TEST_F(UpdateWorkerTest, UsesNothingElse) {
         {"older", [&] { return offer(archiveOfVersion("0.9"), "0.9"); }, 3002},
         {"older than announced", [&] { return offer(archiveOfVersion("0.9"), "2.0"); }, 3002},
         {"without a program",
-         [&] { return offer(archiveOf({{.path = "G/share/glimmerly/archive-version", .content = "2.0"}})); },
+         [&] { return offer(archiveOf({{.path = "G/share/glimmerly/archive-contents", .content = "2.0"}})); },
          3002},
         {"a path out of it", [&] { return offer(archiveOf({{.path = "G/../../evil", .content = "x"}})); },
          3000},

@@ -145,7 +145,7 @@ void Installation::serve(const std::string& place, const std::string& content) {
 }
 
 std::string Installation::version() const {
-    const auto text = contentOf(folder_ / "share/glimmerly/archive-version");
+    const auto text = contentOf(folder_ / "share/glimmerly/archive-contents");
     return fs::exists(folder_ / "bin/glimmerly") ? text.substr(0, text.find('\n')) : "none";
 }
 

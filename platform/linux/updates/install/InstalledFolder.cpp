@@ -5,9 +5,32 @@
 
 #include <unistd.h>
 
+#include <ranges>
+#include <set>
+#include <string_view>
+
 namespace glimmerly {
 
 namespace fs = std::filesystem;
+
+namespace {
+
+/// Whoever unpacks the archive without its own folder, into ~/.local for one, has it among other things.
+bool holdsOnlyTheArchive(const fs::path& folder, std::string_view contents) {
+    std::set<fs::path> own;
+    for (const auto line : std::views::split(contents, '\n'))
+        own.emplace(std::string_view(line));
+    std::error_code failed;
+    for (fs::recursive_directory_iterator entry(folder, failed), end; !failed && entry != end;
+         entry.increment(failed)) {
+        const bool isDirectory = fs::is_directory(entry->symlink_status(failed));
+        if (!isDirectory && !own.contains(entry->path().lexically_relative(folder)))
+            return false;
+    }
+    return !failed;
+}
+
+} // namespace
 
 InstalledFolder::InstalledFolder(const fs::path& executable)
     : folder_(executable.parent_path().parent_path()) {}
@@ -22,7 +45,8 @@ fs::path InstalledFolder::slot() const {
 }
 
 Replaceability InstalledFolder::replaceability() const {
-    if (!archiveVersionIn(folder_))
+    const auto contents = readFile(folder_ / contentsFile);
+    if (!contents || !holdsOnlyTheArchive(folder_, *contents))
         return Replaceability::managedElsewhere;
     constexpr int needed = W_OK | X_OK;
     if (::access(folder_.c_str(), needed) != 0 || ::access(folder_.parent_path().c_str(), needed) != 0)
@@ -37,7 +61,7 @@ void InstalledFolder::removeLeftovers() const {
 }
 
 std::optional<std::string> archiveVersionIn(const fs::path& folder) {
-    const auto content = readFile(folder / InstalledFolder::versionFile);
+    const auto content = readFile(folder / InstalledFolder::contentsFile);
     if (!content)
         return std::nullopt;
     return content->substr(0, content->find('\n'));

@@ -12,7 +12,7 @@ namespace glimmerly {
 enum class Replaceability {
     replaceable,
     managedElsewhere, ///< it was not unpacked from an archive of ours: a package manager, or its developer,
-                      ///< has it
+                      ///< has it; or there are other files in its folder, which would be lost
     notWritable,      ///< the user may not write there
 };
 
@@ -21,8 +21,9 @@ class InstalledFolder {
 public:
     /// The program within the folder.
     static constexpr auto program = "bin/glimmerly";
-    /// What only an archive's folder has: a file with the version as its one line.
-    static constexpr auto versionFile = "share/glimmerly/archive-version";
+    /// What only an archive's folder has: a file with the version as its first line, and then all files of
+    /// the archive, itself included, a line each.
+    static constexpr auto contentsFile = "share/glimmerly/archive-contents";
 
     /// `executable` is where the program lies.
     explicit InstalledFolder(const std::filesystem::path& executable);

@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 
 namespace glimmerly {
@@ -102,6 +103,9 @@ Result<void> StagedUpdate::exchange() const {
 }
 
 Result<void> StagedUpdate::install() {
+    if (installed_.replaceability() != Replaceability::replaceable)
+        return failure(
+            Error::posix(EPERM, "The folder " + installed_.path().string() + " is not ours to replace"));
     auto exchanged = exchange();
     if (exchanged)
         slot_.keep();

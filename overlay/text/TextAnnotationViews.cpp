@@ -37,8 +37,10 @@ TextAnnotationViews::~TextAnnotationViews() {
     for (auto* view : std::views::values(views_)) {
         view->onTextChanged = nullptr; // the canvas may be half gone when the editors are
         view->onFocusChanged = nullptr;
-        delete view;
+        view->textView().resignFirstResponder(); // or it would when it is half gone itself
     }
+    for (auto* view : std::views::values(views_))
+        delete view;
 }
 
 void TextAnnotationViews::ensureTextView(const OverlayAnnotation& annotation, Focus focus) {

@@ -82,7 +82,8 @@ std::vector<xcb_window_t> XClient::windowsWith(std::string_view property) const 
 std::vector<xcb_window_t> XClient::managedWindows(std::string_view list) const {
     const auto bytes = propertyBytes(root(), list);
     std::vector<xcb_window_t> windows(bytes.size() / sizeof(xcb_window_t));
-    std::memcpy(windows.data(), bytes.data(), bytes.size());
+    if (!windows.empty())
+        std::memcpy(windows.data(), bytes.data(), bytes.size());
     return windows;
 }
 

@@ -64,7 +64,10 @@ void drawDashes(const PixelSurface& surface, const QRectF& rect, double scale) {
     double passed = 0; // of the whole way round
     for (std::size_t side = 0; side < corners.size(); ++side) {
         const double length = side % 2 == 0 ? rect.width() : rect.height();
-        for (double start = std::floor(passed / period) * period - passed; start < length; start += period) {
+        const auto first = static_cast<int>(passed / period);
+        const auto afterLast = static_cast<int>(std::ceil((passed + length) / period));
+        for (int dash = first; dash < afterLast; ++dash) {
+            const double start = dash * period - passed;
             // A dash bends around a corner, whose square belongs to the side before it.
             const double end = start + style.dash * scale;
             const double from = start < 0 ? width / 2 : start;

@@ -4,6 +4,7 @@
 #include "bugreports/form/PlaceholderTextView.h"
 #include "tests/support/FakeBugReports.h"
 #include "tests/support/LogCapture.h"
+#include "tests/support/ShownTexts.h"
 #include "ui/UiSheet.h"
 
 #include <QApplication>
@@ -44,15 +45,7 @@ struct BugReportSheetTest : testing::Test {
         QTest::keyClicks(window.focusWidget(), text);
     }
     [[nodiscard]] bool canReport() { return find<QPushButton>("Report").isEnabled(); }
-    /// Every text that can be seen.
-    std::vector<std::string> texts() {
-        std::vector<std::string> found;
-        for (const auto* label : window.findChildren<QLabel*>()) {
-            if (label->isVisible())
-                found.push_back(label->text().toStdString());
-        }
-        return found;
-    }
+    [[nodiscard]] std::vector<std::string> texts() const { return shownTexts(window); }
 
     LogCapture log;
     FakeBugReports service;

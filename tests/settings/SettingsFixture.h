@@ -14,6 +14,7 @@
 #include "tests/support/FakeUpdates.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/RecorderServices.h"
+#include "tests/support/ShownTexts.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -42,15 +43,7 @@ struct SettingsFixture : testing::Test {
         throw std::runtime_error("no " + name.toStdString());
     }
     QPushButton& button(const QString& name) { return find<QPushButton>(name); }
-    /// Every text that can be seen, from top to bottom.
-    std::vector<std::string> texts() {
-        std::vector<std::string> found;
-        for (const auto* label : window.findChildren<QLabel*>()) {
-            if (label->isVisible())
-                found.push_back(label->text().toStdString());
-        }
-        return found;
-    }
+    [[nodiscard]] std::vector<std::string> texts() const { return shownTexts(window); }
 
     LogCapture log;
     FakeMainQueue queue;

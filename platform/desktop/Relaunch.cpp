@@ -35,7 +35,10 @@ Relaunch::~Relaunch() = default;
 
 void Relaunch::start(const std::filesystem::path& path, Completion completion) {
     if (completion_)
-        return;
+        return completion(Error::posix(EBUSY, "Another new process is starting"));
+    // Beside it the new process would find the hotkey and the log in use.
+    if (!instance_)
+        return completion(Error::posix(ENOLCK, "Handing over the right to run"));
     QProcess program;
     program.setProgram(QString::fromStdString(path.string()));
     qint64 process = 0;
@@ -43,8 +46,6 @@ void Relaunch::start(const std::filesystem::path& path, Completion completion) {
     completion_ = std::move(completion);
     if (!isStarted)
         return complete(Error::posix(errno, "Starting " + path.string()));
-    if (!instance_)
-        return complete(std::nullopt);
     // It claims the right at the earliest while our main loop runs, so it finds us prepared.
     const auto pid = static_cast<pid_t>(process);
     instance_->giveTo(pid, [this] { complete(std::nullopt); });
@@ -69,7 +70,7 @@ void Relaunch::complete(std::optional<Error> error) {
         ended_->setEnabled(false);
         ended_.release()->deleteLater(); // this may run in its signal
     }
-    if (instance_ && error)
+    if (error)
         instance_->giveTo(0, {});
     std::exchange(completion_, {})(std::move(error));
 }

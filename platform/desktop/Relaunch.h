@@ -22,15 +22,16 @@ class Relaunch {
 public:
     using Completion = std::function<void(std::optional<Error>)>;
 
-    /// `instance`, which must outlive this, is none in a program that could not claim the right.
+    /// `instance`, which must outlive this, is none in a program that could not claim the right; it has none
+    /// to give.
     explicit Relaunch(SingleInstance* instance);
     ~Relaunch();
     Relaunch(const Relaunch&) = delete;
     Relaunch& operator=(const Relaunch&) = delete;
 
     /// `completion` runs once: without an error when the process of `program` has the right and waits for
-    /// this one's end, with one when it could not be started, ended before, or let ten seconds pass. While
-    /// one is starting, nothing happens.
+    /// this one's end, with one when it could not be started, ended before, or let ten seconds pass, or when
+    /// another one is starting.
     void start(const std::filesystem::path& program, Completion completion);
 
 private:

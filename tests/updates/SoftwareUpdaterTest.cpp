@@ -24,6 +24,7 @@ struct FakeWork : UpdateWork {
         prepared = std::move(completion);
     }
     void cancel() override { ++cancellations; }
+    void waitForCancellation() override {}
     [[nodiscard]] Replaceability replaceability() const override { return kind; }
     Result<void> install() override {
         ++installs;

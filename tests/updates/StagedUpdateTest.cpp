@@ -11,6 +11,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <atomic>
+#include <thread>
+
 namespace glimmerly {
 namespace {
 
@@ -122,6 +125,13 @@ TEST_F(StagedUpdateTest, KnowsWhatItMustNotReplace) {
         EXPECT_EQ(contentOf(folder / "share/mine"), "precious");
     }
     fs::remove(folder / "share/mine");
+    {
+        auto staged = StagedUpdate::begin(installed);
+        ASSERT_TRUE(staged && staged->unpack(bytesOf(archiveOfVersion("2"))));
+        writeContent(folder / InstalledFolder::contentsFile,
+                     "2.1\nbin/glimmerly\nshare/glimmerly/archive-contents\n");
+        EXPECT_FALSE(staged->install()) << "another process has updated it meanwhile, and further";
+    }
     fs::remove(folder / InstalledFolder::contentsFile);
     EXPECT_EQ(installed.replaceability(), Replaceability::managedElsewhere);
     EXPECT_EQ(InstalledFolder::ofThisProcess().replaceability(), Replaceability::managedElsewhere);
@@ -132,6 +142,22 @@ TEST_F(StagedUpdateTest, KnowsWhatItMustNotReplace) {
     fs::create_directory(installed.slot());
     fs::permissions(installed.slot(), fs::perms::all);
     EXPECT_FALSE(StagedUpdate::begin(installed)) << "the slot is open to others";
+}
+
+TEST(UpdateSlot, IsHeldByOneAtATimeAlsoWhileItIsTakenAway) {
+    const ScratchDirectory scratch;
+    std::atomic<int> holders = 0;
+    const auto claimOften = [&] {
+        for (int i = 0; i < 1000; ++i) {
+            if (const auto slot = UpdateSlot::claim(scratch.path() / "slot")) {
+                EXPECT_EQ(++holders, 1);
+                EXPECT_TRUE(fs::exists(slot->path()));
+                --holders;
+            }
+        }
+    };
+    std::jthread other(claimOften);
+    claimOften();
 }
 
 } // namespace

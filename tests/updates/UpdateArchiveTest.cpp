@@ -15,9 +15,9 @@ std::span<const std::byte> bytesOf(const std::string& text) {
     return std::as_bytes(std::span(text));
 }
 
-Result<void> unpack(const std::string& archive, const fs::path& folder) {
+Result<void> unpack(const std::string& archive, const fs::path& folder, const std::stop_token& stop = {}) {
     fs::create_directories(folder);
-    auto unpacked = UnpackedFolder::open(folder);
+    auto unpacked = UnpackedFolder::open(folder, stop);
     return unpacked ? readArchive(bytesOf(archive), *unpacked) : failure(unpacked.error());
 }
 
@@ -58,6 +58,10 @@ TEST(UpdateArchive, UnpacksTheOneFolderItHolds) {
         EXPECT_EQ(modeOf(scratch.path() / "to/bin/g"), 0755u);
         EXPECT_EQ(modeOf(scratch.path() / "to/share/empty"), 0644u);
         EXPECT_FALSE(unpack(archive, scratch.path() / "to")) << "nothing that exists is written to";
+        std::stop_source stop;
+        stop.request_stop();
+        EXPECT_FALSE(unpack(archive, scratch.path() / "given up", stop.get_token()));
+        EXPECT_TRUE(fs::is_empty(scratch.path() / "given up"));
         for (std::size_t length = 0; length < archive.size(); length += 1 + archive.size() / 20)
             EXPECT_FALSE(unpack(archive.substr(0, length), scratch.path() / std::to_string(length)))
                 << length;

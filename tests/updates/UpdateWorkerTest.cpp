@@ -203,9 +203,8 @@ TEST_F(UpdateWorkerTest, WhatIsGivenUpAnswersNoMoreAndLeavesNothing) {
         return progress.size() > 1;
     }));
     EXPECT_EQ(besides().size(), 2u);
-    const auto start = std::chrono::steady_clock::now();
     worker.cancel();
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
+    worker.waitForCancellation();
     queue.runAll();
     EXPECT_EQ(answers, 0);
     EXPECT_EQ(besides(), std::vector<std::string>{"G"});

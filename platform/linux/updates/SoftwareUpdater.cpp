@@ -245,6 +245,7 @@ void SoftwareUpdater::applicationWillTerminate() {
             services_.delegate.updaterDidAbort(installed.error());
     } else if (phase_ != Phase::installing) {
         services_.work->cancel();
+        services_.work->waitForCancellation();
     }
     timer_.stop();
 }

@@ -28,8 +28,10 @@ public:
     /// one. `progress` runs on the main thread.
     virtual void prepare(const AppcastItem& item, std::function<void(DownloadProgress)> progress,
                          std::function<void(Result<void>)> completion) = 0;
-    /// Gives up what is under way and throws away what was made ready and not installed.
+    /// Gives up what is under way and throws away what was made ready and not installed. Does not wait.
     virtual void cancel() = 0;
+    /// Waits until what was given up has left nothing behind, at most half a second.
+    virtual void waitForCancellation() = 0;
 
     [[nodiscard]] virtual Replaceability replaceability() const = 0;
     /// Puts the version that was made ready in the place of this one, which is kept until that has started.

@@ -7,6 +7,9 @@
 #include "platform/linux/updates/install/MappedFile.h"
 #include "platform/threads/Threads.h"
 
+#include <chrono>
+#include <future>
+
 namespace glimmerly {
 
 namespace {
@@ -33,6 +36,8 @@ SerialQueue& UpdateWorker::queue() {
 }
 
 void UpdateWorker::post(const std::stop_token& stop, std::function<void()> task) {
+    if (stop.stop_requested())
+        return;
     mainQueue_.post([stop, task = std::move(task)] {
         if (!stop.stop_requested())
             task();
@@ -64,9 +69,18 @@ void UpdateWorker::prepare(const AppcastItem& item, std::function<void(DownloadP
 
 void UpdateWorker::cancel() {
     stop_.request_stop();
-    queue_.reset(); // which waits for it
-    staged_.reset();
     stop_ = {};
+    staged_.reset();
+}
+
+void UpdateWorker::waitForCancellation() {
+    if (!queue_)
+        return;
+    // What the kernel does not let go of, on a disk that is busy or gone, is left to the end of the process.
+    constexpr std::chrono::milliseconds patience{500};
+    const auto idle = std::make_shared<std::promise<void>>();
+    queue_->async([idle] { idle->set_value(); });
+    (void)idle->get_future().wait_for(patience);
 }
 
 UpdateWork::Feed UpdateWorker::feed(const std::stop_token& stop) const {
@@ -103,7 +117,7 @@ Result<StagedUpdate> UpdateWorker::staged(const AppcastItem& item, const Progres
         return updateFailure(UpdateErrorCode::downloadFailed, archive.error());
     if (auto downloaded = download(item, *archive, progress, stop); !downloaded)
         return failure(downloaded.error());
-    if (auto unpacked = unpack(item, *archive, *update); !unpacked)
+    if (auto unpacked = unpack(item, *archive, *update, stop); !unpacked)
         return failure(unpacked.error());
     return update;
 }
@@ -134,7 +148,7 @@ Result<void> UpdateWorker::download(const AppcastItem& item, ArrivingArchive& ar
 }
 
 Result<void> UpdateWorker::unpack(const AppcastItem& item, const ArrivingArchive& archive,
-                                  StagedUpdate& staged) const {
+                                  StagedUpdate& staged, const std::stop_token& stop) const {
     if (archive.size() != item.enclosure.length)
         return updateFailure(UpdateErrorCode::signatureInvalid,
                              Error("GlimmerlyUpdate", 0, "The archive is shorter than announced."));
@@ -145,7 +159,7 @@ Result<void> UpdateWorker::unpack(const AppcastItem& item, const ArrivingArchive
     if (!options_.key.hasSigned(mapped->bytes(), item.enclosure.signature))
         return updateFailure(UpdateErrorCode::signatureInvalid,
                              Error("GlimmerlyUpdate", 1, "The archive’s signature is wrong."));
-    if (auto unpacked = staged.unpack(mapped->bytes()); !unpacked)
+    if (auto unpacked = staged.unpack(mapped->bytes(), stop); !unpacked)
         return updateFailure(UpdateErrorCode::archiveUnusable, unpacked.error());
     if (staged.version() != item.version)
         return updateFailure(

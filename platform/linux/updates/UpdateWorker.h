@@ -33,6 +33,7 @@ public:
     void prepare(const AppcastItem& item, std::function<void(DownloadProgress)> progress,
                  std::function<void(Result<void>)> completion) override;
     void cancel() override;
+    void waitForCancellation() override;
     [[nodiscard]] Replaceability replaceability() const override {
         return options_.installed.replaceability();
     }
@@ -55,7 +56,7 @@ private:
     [[nodiscard]] Result<void> download(const AppcastItem& item, ArrivingArchive& archive,
                                         const Progress& progress, const std::stop_token& stop) const;
     [[nodiscard]] Result<void> unpack(const AppcastItem& item, const ArrivingArchive& archive,
-                                      StagedUpdate& staged) const;
+                                      StagedUpdate& staged, const std::stop_token& stop) const;
 
     const Options options_;
     MainQueue& mainQueue_;

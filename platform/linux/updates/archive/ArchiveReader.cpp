@@ -44,7 +44,7 @@ bool isPlainPath(std::string_view path) {
         const auto end = path.find('/');
         if (!isPlainComponent(path.substr(0, end)))
             return false;
-        if (end == path.npos)
+        if (end == std::string_view::npos)
             return true;
         path.remove_prefix(end + 1);
     }
@@ -84,9 +84,9 @@ private:
         const std::string_view folder = path.substr(0, end);
         if (folder_.empty())
             folder_ = folder;
-        if (folder != folder_ || (end == path.npos && !isDirectory))
+        if (folder != folder_ || (end == std::string_view::npos && !isDirectory))
             return refuse(forbiddenPath, "The archive is not one folder.");
-        return end == path.npos ? std::string() : std::string(path.substr(end + 1));
+        return end == std::string_view::npos ? std::string() : std::string(path.substr(end + 1));
     }
 
     Result<void> tell(archive_entry* entry) {

@@ -22,17 +22,19 @@ std::string lastComponent(const std::string& path) {
 
 } // namespace
 
-Result<UnpackedFolder> UnpackedFolder::open(const std::filesystem::path& folder) {
+Result<UnpackedFolder> UnpackedFolder::open(const std::filesystem::path& folder, std::stop_token stop) {
     FileDescriptor opened(::open(folder.c_str(), openDirectory));
     if (!opened)
         return posixFailure("Opening " + folder.string());
-    return UnpackedFolder(std::move(opened));
+    return UnpackedFolder(std::move(opened), std::move(stop));
 }
 
 Result<FileDescriptor> UnpackedFolder::parentOf(const std::string& path) const {
+    if (auto wanted = goOn(); !wanted)
+        return failure(wanted.error());
     FileDescriptor directory(::openat(folder_.get(), ".", openDirectory));
     std::size_t begin = 0;
-    for (auto end = path.find('/'); directory && end != path.npos; end = path.find('/', begin)) {
+    for (auto end = path.find('/'); directory && end != std::string::npos; end = path.find('/', begin)) {
         const std::string name = path.substr(begin, end - begin);
         begin = end + 1;
         if (::mkdirat(directory.get(), name.c_str(), programMode) != 0 && errno != EEXIST)
@@ -42,6 +44,12 @@ Result<FileDescriptor> UnpackedFolder::parentOf(const std::string& path) const {
     if (!directory)
         return posixFailure("Opening a folder for " + path);
     return directory;
+}
+
+Result<void> UnpackedFolder::goOn() const {
+    if (stop_.stop_requested())
+        return failure(Error::posix(ECANCELED, "Unpacking"));
+    return {};
 }
 
 Result<void> UnpackedFolder::addDirectory(const std::string& path) {
@@ -65,19 +73,18 @@ Result<void> UnpackedFolder::beginFile(const std::string& path, FileUse use) {
 }
 
 Result<void> UnpackedFolder::addBytes(std::span<const std::byte> bytes) {
+    if (auto wanted = goOn(); !wanted)
+        return wanted;
     auto outcome = writeAt(file_, bytes, written_);
     written_ += bytes.size();
     return outcome;
 }
 
 Result<void> UnpackedFolder::endFile() {
-    return file_.close();
-}
-
-Result<void> UnpackedFolder::synchronize() {
-    if (::syncfs(folder_.get()) != 0)
+    // Of this file alone: all that waits to be written on the whole file system would hold a stop up.
+    if (::fsync(file_.get()) != 0)
         return posixFailure("Writing the update to the disk");
-    return {};
+    return file_.close();
 }
 
 } // namespace glimmerly

@@ -3,6 +3,7 @@
 #include "platform/files/Directories.h"
 #include "platform/files/PositionedFile.h"
 #include "platform/linux/updates/archive/UnpackedFolder.h"
+#include "platform/linux/updates/feed/VersionOrder.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -43,6 +44,17 @@ void forceToDisk(const fs::path& directory) {
         (void)::fsync(opened.get());
 }
 
+/// The names in them; the files' bytes are there already.
+void forceFoldersToDisk(const fs::path& top) {
+    std::error_code failed;
+    for (fs::recursive_directory_iterator entry(top, failed), end; !failed && entry != end;
+         entry.increment(failed)) {
+        if (entry->is_directory(failed))
+            forceToDisk(entry->path());
+    }
+    forceToDisk(top);
+}
+
 } // namespace
 
 Result<ArrivingArchive> ArrivingArchive::create(const UpdateSlot& slot) {
@@ -64,6 +76,10 @@ Result<StagedUpdate> StagedUpdate::begin(const InstalledFolder& installed) {
     auto slot = UpdateSlot::claim(installed.slot());
     if (!slot)
         return failure(slot.error());
+    if (auto cleared = slot->clear(); !cleared) {
+        slot->keep();
+        return failure(cleared.error());
+    }
     if (auto possible = tryExchange(slot->path()); !possible)
         return failure(possible.error());
     return StagedUpdate(installed, std::move(*slot));
@@ -73,10 +89,10 @@ fs::path StagedUpdate::other() const {
     return slot_.path() / "version";
 }
 
-Result<void> StagedUpdate::unpack(std::span<const std::byte> archive) {
+Result<void> StagedUpdate::unpack(std::span<const std::byte> archive, const std::stop_token& stop) {
     if (::mkdir(other().c_str(), S_IRWXU) != 0)
         return posixFailure("Making " + other().string());
-    auto folder = UnpackedFolder::open(other());
+    auto folder = UnpackedFolder::open(other(), stop);
     if (!folder)
         return failure(folder.error());
     if (auto unpacked = readArchive(archive, *folder); !unpacked)
@@ -84,7 +100,8 @@ Result<void> StagedUpdate::unpack(std::span<const std::byte> archive) {
     // As whoever unpacks the archive by hand gets it.
     if (::chmod(other().c_str(), S_IRWXU | S_IRGRP | S_IXGRP | S_IROTH | S_IXOTH) != 0)
         return posixFailure("Setting the mode of " + other().string());
-    return folder->synchronize();
+    forceFoldersToDisk(other());
+    return {};
 }
 
 std::optional<std::string> StagedUpdate::version() const {
@@ -106,6 +123,11 @@ Result<void> StagedUpdate::install() {
     if (installed_.replaceability() != Replaceability::replaceable)
         return failure(
             Error::posix(EPERM, "The folder " + installed_.path().string() + " is not ours to replace"));
+    const auto mine = version().value_or("");
+    const auto present = archiveVersionIn(installed_.path()).value_or("");
+    if (compareVersions(mine, present) <= 0)
+        return failure(
+            Error("GlimmerlyUpdate", 3, mine + " is not newer than " + present + ", which is installed."));
     auto exchanged = exchange();
     if (exchanged)
         slot_.keep();

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <span>
+#include <stop_token>
 
 namespace glimmerly {
 
@@ -32,12 +33,14 @@ public:
     [[nodiscard]] static Result<StagedUpdate> begin(const InstalledFolder& installed);
 
     [[nodiscard]] const UpdateSlot& slot() const { return slot_; }
-    /// Unpacks `archive` and forces it to the disk; afterwards there is a version to be installed.
-    [[nodiscard]] Result<void> unpack(std::span<const std::byte> archive);
+    /// Unpacks `archive` and forces it to the disk; afterwards there is a version to be installed. An error
+    /// soon after `stop` is requested.
+    [[nodiscard]] Result<void> unpack(std::span<const std::byte> archive, const std::stop_token& stop = {});
     /// The version that was unpacked; none without one or without its program.
     [[nodiscard]] std::optional<std::string> version() const;
 
-    /// Puts the unpacked version in the place of the installed one, which is kept.
+    /// Puts the unpacked version in the place of the installed one, which is kept. An error when that is
+    /// not older, because another process has updated it meanwhile.
     [[nodiscard]] Result<void> install();
     /// Takes that back.
     [[nodiscard]] Result<void> revert();

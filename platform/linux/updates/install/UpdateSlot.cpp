@@ -19,31 +19,41 @@ bool isOursAlone(const FileDescriptor& directory) {
            (info.st_mode & (S_IWGRP | S_IWOTH)) == 0;
 }
 
-bool makeEmpty(const fs::path& folder) {
-    std::error_code failed;
-    for (const auto& entry : fs::directory_iterator(folder, failed))
-        fs::remove_all(entry.path(), failed);
-    return fs::is_empty(folder, failed) && !failed;
+/// False when whoever held the directory has taken it away meanwhile: a lock on it then excludes nobody.
+bool isStillAt(const fs::path& path, const FileDescriptor& directory) {
+    struct stat opened{};
+    struct stat named{};
+    return ::fstat(directory.get(), &opened) == 0 && ::lstat(path.c_str(), &named) == 0 &&
+           opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
 }
 
 } // namespace
 
 Result<UpdateSlot> UpdateSlot::claim(const fs::path& path) {
-    if (::mkdir(path.c_str(), S_IRWXU) != 0 && errno != EEXIST)
-        return posixFailure("Making " + path.string());
-    FileDescriptor directory(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-    if (!directory)
-        return posixFailure("Opening " + path.string());
-    if (!isOursAlone(directory))
-        return failure(Error::posix(EPERM, "The folder " + path.string() + " is not ours alone"));
-    if (::flock(directory.get(), LOCK_EX | LOCK_NB) != 0)
-        return posixFailure("Another update is under way in " + path.string());
-    UpdateSlot slot(path, std::move(directory));
-    if (!makeEmpty(path)) {
-        slot.keep();
-        return failure(Error::posix(EBUSY, "Emptying " + path.string()));
+    for (;;) {
+        if (::mkdir(path.c_str(), S_IRWXU) != 0 && errno != EEXIST)
+            return posixFailure("Making " + path.string());
+        FileDescriptor directory(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+        if (!directory && errno == ENOENT)
+            continue; // taken away in between
+        if (!directory)
+            return posixFailure("Opening " + path.string());
+        if (!isOursAlone(directory))
+            return failure(Error::posix(EPERM, "The folder " + path.string() + " is not ours alone"));
+        if (::flock(directory.get(), LOCK_EX | LOCK_NB) != 0)
+            return posixFailure("Another update is under way in " + path.string());
+        if (isStillAt(path, directory))
+            return UpdateSlot(path, std::move(directory));
     }
-    return slot;
+}
+
+Result<void> UpdateSlot::clear() {
+    std::error_code failed;
+    for (const auto& entry : fs::directory_iterator(path_, failed))
+        fs::remove_all(entry.path(), failed);
+    if (!fs::is_empty(path_, failed) || failed)
+        return failure(Error::posix(EBUSY, "Emptying " + path_.string()));
+    return {};
 }
 
 UpdateSlot::~UpdateSlot() {

@@ -10,7 +10,7 @@ namespace glimmerly {
 /// goes away with this object unless `keep` was called.
 class UpdateSlot {
 public:
-    /// Makes the folder `path`, or empties it. An error when another process holds it, or when what stands
+    /// The folder `path`, made when missing. An error when another process holds it, or when what stands
     /// there is a link, another user's, or open to others' writing.
     [[nodiscard]] static Result<UpdateSlot> claim(const std::filesystem::path& path);
     UpdateSlot(UpdateSlot&& other) noexcept = default;
@@ -19,6 +19,8 @@ public:
 
     [[nodiscard]] const std::filesystem::path& path() const { return path_; }
     [[nodiscard]] const FileDescriptor& directory() const { return directory_; }
+    /// Takes away what lies in it.
+    [[nodiscard]] Result<void> clear();
     /// Leaves what the slot holds to the next version's start.
     void keep() { isKept_ = true; }
     void doNotKeep() { isKept_ = false; }

@@ -32,7 +32,7 @@ void logFileLocation() {
 void AppDelegate::applicationWillFinishLaunching() {
     GlimmerlyLog::notice(log_category::appLifecycle, "applicationWillFinishLaunching");
     Platform::current().application.setActivationPolicy(ActivationPolicy::accessory);
-    followAppearance(Platform::current().appearance);
+    colors_ = followAppearance(Platform::current().appearance);
 }
 
 void AppDelegate::applicationDidFinishLaunching() {

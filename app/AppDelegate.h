@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Observers.h"
 #include "platform/Application.h"
 
 namespace glimmerly {
@@ -10,6 +11,9 @@ public:
     void applicationWillFinishLaunching() override;
     void applicationDidFinishLaunching() override;
     void applicationWillTerminate() override;
+
+private:
+    Observation colors_; ///< of the desktop, which the windows follow
 };
 
 } // namespace glimmerly

@@ -53,20 +53,14 @@ StatusItemController& StatusItemController::shared() {
 
 StatusItemController::StatusItemController(StatusItemServices services) : services_(std::move(services)) {}
 
-StatusItemController::~StatusItemController() {
-    if (hotkeyObserver_)
-        services_.notifications.removeObserver(hotkeyObserver_);
-}
+StatusItemController::~StatusItemController() = default;
 
 void StatusItemController::installStatusItem() {
     services_.statusItem.show();
     services_.statusItem.setMenu(menu());
-    hotkeyObserver_ = services_.notifications.addObserver(std::string(HotkeySettings::didChangeNotification),
-                                                          [this] { globalHotkeyDidChange(); });
-    services_.keyboardLayout.onChange([this, item = screenshotMenuItem_] {
-        if (item)
-            globalHotkeyDidChange();
-    });
+    hotkeyObservation_ = services_.notifications.observe(HotkeySettings::didChangeNotification,
+                                                         [this] { globalHotkeyDidChange(); });
+    layoutObservation_ = services_.keyboardLayout.observe([this] { globalHotkeyDidChange(); });
     setItemImage();
 }
 

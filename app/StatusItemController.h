@@ -65,7 +65,8 @@ private:
     StatusItemServices services_;
     std::unique_ptr<QMenu> menu_;
     QPointer<QAction> screenshotMenuItem_;
-    NotificationCenter::Token hotkeyObserver_ = 0; // 0: not installed
+    Observation hotkeyObservation_;
+    Observation layoutObservation_;
 };
 
 } // namespace glimmerly

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <cstdint>
-#include <functional>
+#include "base/Observers.h"
+
 #include <map>
 #include <string>
 #include <string_view>
@@ -12,20 +12,12 @@ namespace glimmerly {
 /// they registered.
 class NotificationCenter {
 public:
-    using Token = std::uint64_t;
-
-    /// `observer` hears every notification of that name from any sender, until it is removed.
-    Token addObserver(std::string name, std::function<void()> observer);
-    void removeObserver(Token token);
+    /// `observer` hears every notification of that name from any sender.
+    [[nodiscard]] Observation observe(std::string_view name, std::function<void()> observer);
     void post(std::string_view name);
 
 private:
-    struct Observer {
-        std::string name;
-        std::function<void()> call;
-    };
-    std::map<Token, Observer> observers_;
-    Token nextToken_ = 1;
+    std::map<std::string, Observers, std::less<>> observers_;
 };
 
 } // namespace glimmerly

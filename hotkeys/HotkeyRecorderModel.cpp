@@ -18,11 +18,12 @@ HotkeyRecorderServices HotkeyRecorderServices::shared() {
             .events = platform.localEvents,
             .symbolicHotKeys = platform.symbolicHotKeys,
             .alerts = platform.alerts,
-            .keyboardLayout = platform.keyboardLayout};
+            .keyboardLayout = platform.keyboardLayout,
+            .notifications = platform.notifications};
 }
 
 HotkeyRecorderModel::HotkeyRecorderModel(const HotkeyRecorderServices& services)
-    : services_(services), settingsObserver_(services_.settings.addWillChangeObserver([this] {
+    : services_(services), settingsObservation_(services_.settings.observeWillChange([this] {
           if (onWillChange_)
               onWillChange_();
       })) {}
@@ -30,7 +31,6 @@ HotkeyRecorderModel::HotkeyRecorderModel(const HotkeyRecorderServices& services)
 HotkeyRecorderModel::~HotkeyRecorderModel() {
     onWillChange_ = {};
     stopRecording();
-    services_.settings.removeWillChangeObserver(settingsObserver_);
 }
 
 EventMonitor& HotkeyRecorderModel::monitor() {

@@ -22,6 +22,7 @@ struct HotkeyRecorderServices {
     const SymbolicHotKeys& symbolicHotKeys;
     Alerts& alerts;
     KeyboardLayout& keyboardLayout;
+    NotificationCenter& notifications;
 
     /// Those of this process.
     [[nodiscard]] static HotkeyRecorderServices shared();
@@ -60,8 +61,8 @@ private:
     bool isRecording_ = false;
     bool isPresentingSystemReservedError_ = false;
     std::optional<EventMonitor> monitor_; ///< made on first use
-    NotificationCenter::Token settingsObserver_;
     std::function<void()> onWillChange_;
+    Observation settingsObservation_;
 };
 
 } // namespace glimmerly

@@ -6,10 +6,6 @@
 
 namespace glimmerly {
 
-namespace {
-constexpr std::string_view willChangeName = "willChange";
-}
-
 HotkeySettings& HotkeySettings::shared() {
     static HotkeySettings& instance =
         *new HotkeySettings(Platform::current().preferences, Platform::current().notifications);
@@ -22,7 +18,7 @@ HotkeySettings::HotkeySettings(Preferences& preferences, NotificationCenter& not
 }
 
 void HotkeySettings::setKeyCombination(std::optional<KeyCombination> combination) {
-    willChange_.post(willChangeName);
+    willChange_.announce();
     keyCombination_ = combination;
     persist();
     if (refreshRegistration_)
@@ -30,12 +26,8 @@ void HotkeySettings::setKeyCombination(std::optional<KeyCombination> combination
     notifications_.post(didChangeNotification);
 }
 
-NotificationCenter::Token HotkeySettings::addWillChangeObserver(std::function<void()> observer) {
-    return willChange_.addObserver(std::string(willChangeName), std::move(observer));
-}
-
-void HotkeySettings::removeWillChangeObserver(NotificationCenter::Token token) {
-    willChange_.removeObserver(token);
+Observation HotkeySettings::observeWillChange(std::function<void()> observer) {
+    return willChange_.add(std::move(observer));
 }
 
 void HotkeySettings::setRegistrationRefresh(std::function<void()> refresh) {

@@ -29,9 +29,8 @@ public:
     /// Stores it, has it registered and tells everyone, also when it is the one already there.
     void setKeyCombination(std::optional<KeyCombination> combination);
 
-    /// `observer` runs just before each change of the combination, until it is removed.
-    NotificationCenter::Token addWillChangeObserver(std::function<void()> observer);
-    void removeWillChangeObserver(NotificationCenter::Token token);
+    /// `observer` runs just before each change of the combination.
+    [[nodiscard]] Observation observeWillChange(std::function<void()> observer);
 
     /// What asks the system-wide registration to follow a change. The registration reads these settings and
     /// sets this itself, so that the settings need not know it.
@@ -43,7 +42,7 @@ private:
 
     Preferences& preferences_;
     NotificationCenter& notifications_;
-    NotificationCenter willChange_;
+    Observers willChange_;
     std::function<void()> refreshRegistration_;
     std::optional<KeyCombination> keyCombination_;
 };

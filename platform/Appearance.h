@@ -1,6 +1,6 @@
 #pragma once
 
-#include <functional>
+#include "base/Observers.h"
 
 namespace glimmerly {
 
@@ -12,8 +12,8 @@ public:
     virtual ~Appearance() = default;
 
     [[nodiscard]] virtual ColorScheme colorScheme() const = 0;
-    /// `handler` runs on the main thread after each change, for the life of the process.
-    virtual void onChange(std::function<void()> handler) = 0;
+    /// `observer` runs on the main thread after each change.
+    [[nodiscard]] virtual Observation observe(std::function<void()> observer) = 0;
 };
 
 } // namespace glimmerly

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "base/Observers.h"
+
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
 
@@ -17,8 +18,11 @@ public:
     /// units long; none when there is no layout or the layout has nothing there. Main thread only.
     [[nodiscard]] virtual std::optional<std::string> translate(std::int64_t keyCode) const = 0;
 
-    /// `handler` runs on the main thread after each change of the layout, for the life of the process.
-    virtual void onChange(std::function<void()> handler) = 0;
+    /// The same for the key with Shift.
+    [[nodiscard]] virtual std::optional<std::string> translateShifted(std::int64_t keyCode) const = 0;
+
+    /// `observer` runs on the main thread after each change of the layout.
+    [[nodiscard]] virtual Observation observe(std::function<void()> observer) = 0;
 };
 
 } // namespace glimmerly

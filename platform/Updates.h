@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Error.h"
+#include "base/Observers.h"
 
 #include <functional>
 #include <memory>
@@ -69,8 +70,7 @@ enum class UpdaterFlag {
 /// its place. Main thread only.
 class Updater {
 public:
-    /// An observation under way; it ends with the last copy.
-    using Observation = std::shared_ptr<void>;
+    using Observation = glimmerly::Observation;
 
     virtual ~Updater() = default;
 

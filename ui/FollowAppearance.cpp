@@ -7,11 +7,11 @@
 
 namespace glimmerly {
 
-void followAppearance(Appearance& appearance) {
+Observation followAppearance(Appearance& appearance) {
     const auto apply = [&appearance] { QApplication::setPalette(uiPalette(appearance.colorScheme())); };
     QApplication::setStyle(new TooltipStyle);
     apply();
-    appearance.onChange(apply);
+    return appearance.observe(apply);
 }
 
 } // namespace glimmerly

@@ -40,10 +40,7 @@ HotkeyRecorder::HotkeyRecorder(const HotkeyRecorderServices& services, QWidget* 
     renderSoon_.setSingleShot(true);
     connect(&renderSoon_, &QTimer::timeout, this, [this] { render(); });
     model_.setOnWillChange([this] { renderSoon_.start(); });
-    services_.keyboardLayout.onChange([recorder = QPointer(this)] {
-        if (recorder)
-            recorder->render();
-    });
+    layoutObservation_ = services_.keyboardLayout.observe([this] { render(); });
     render();
 }
 

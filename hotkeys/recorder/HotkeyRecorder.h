@@ -39,6 +39,7 @@ private:
     HotkeyRecorderSegment* trailing_;
     QTimer renderSoon_; ///< once the change at hand is made
     enum class Alerting { off, on } alerting_ = Alerting::off;
+    Observation layoutObservation_;
 };
 
 } // namespace glimmerly

@@ -64,8 +64,7 @@ void PortalAppearance::setPreference(const QVariant& value) {
     if (scheme == scheme_)
         return;
     scheme_ = scheme;
-    for (const auto& handler : handlers_)
-        handler();
+    observers_.announce();
 }
 
 } // namespace glimmerly

@@ -6,8 +6,6 @@
 #include <QDBusMessage>
 #include <QObject>
 
-#include <vector>
-
 namespace glimmerly {
 
 /// The colour scheme that the desktop announces through its portal; where there is none, or the user prefers
@@ -21,7 +19,9 @@ public:
     explicit PortalAppearance(QDBusConnection bus);
 
     [[nodiscard]] ColorScheme colorScheme() const override { return scheme_; }
-    void onChange(std::function<void()> handler) override { handlers_.push_back(std::move(handler)); }
+    [[nodiscard]] Observation observe(std::function<void()> observer) override {
+        return observers_.add(std::move(observer));
+    }
 
 private Q_SLOTS:
     void settingChanged(const QDBusMessage& signal);
@@ -33,7 +33,7 @@ private:
     QDBusConnection bus_;
     ColorScheme startingScheme_;
     ColorScheme scheme_;
-    std::vector<std::function<void()>> handlers_;
+    Observers observers_;
 };
 
 } // namespace glimmerly

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <iterator>
 #include <ranges>
 #include <set>
 #include <sstream>
@@ -118,10 +119,8 @@ std::vector<SymbolicHotKey> DesktopShortcuts::copySymbolicHotKeys() const {
     const RunningWindowManager windowManager = windowManager_();
     std::vector<SymbolicHotKey> hotKeys;
     for (const ShortcutSource source : sourcesOf(windowManager.name)) {
-        for (const DesktopShortcut& shortcut : read(source, windowManager)) {
-            for (const std::int64_t code : virtualKeyCodesOf(shortcut.keys, layout_))
-                hotKeys.push_back({shortcut.isEnabled, code, shortcut.keys.carbonFlags});
-        }
+        for (const DesktopShortcut& shortcut : read(source, windowManager))
+            std::ranges::copy(symbolicHotKeysOf(shortcut, layout_), std::back_inserter(hotKeys));
     }
     return hotKeys;
 }

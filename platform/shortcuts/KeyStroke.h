@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/SymbolicHotKeys.h"
+
 #include <xkbcommon/xkbcommon.h>
 
 #include <cstdint>
@@ -36,8 +38,9 @@ struct DesktopShortcut {
 /// that no hotkey has.
 [[nodiscard]] std::optional<KeyStroke> parseGtkAccelerator(std::string_view text);
 
-/// The virtual key codes of the keys that have the symbol on `layout`; empty for none.
-[[nodiscard]] std::vector<std::int64_t> virtualKeyCodesOf(const KeyStroke& keys,
-                                                          const KeyboardLayout& layout);
+/// What to press on `layout` for `shortcut`: each of the keys that have its symbol, with Shift where they
+/// have it only then; empty for none.
+[[nodiscard]] std::vector<SymbolicHotKey> symbolicHotKeysOf(const DesktopShortcut& shortcut,
+                                                            const KeyboardLayout& layout);
 
 } // namespace glimmerly

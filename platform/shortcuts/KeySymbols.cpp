@@ -15,13 +15,14 @@ namespace {
 struct NamedKey {
     xkb_keysym_t symbol;
     std::int64_t virtualKeyCode;
+    std::uint32_t carbonFlags = 0; ///< with which the key has the symbol
 };
 
 /// The keys that have the same symbols on every layout.
 constexpr NamedKey namedKeys[] = {
     // Whitespace, editing and input methods.
     {XKB_KEY_Tab, 48},
-    {XKB_KEY_ISO_Left_Tab, 48},
+    {XKB_KEY_ISO_Left_Tab, 48, hotkey_modifier::shift},
     {XKB_KEY_Return, 36},
     {XKB_KEY_space, 49},
     {XKB_KEY_BackSpace, 51},
@@ -76,6 +77,7 @@ constexpr NamedKey namedKeys[] = {
     {XKB_KEY_KP_Equal, 81},
     {XKB_KEY_KP_Decimal, 65},
     {XKB_KEY_KP_Separator, 65},
+    {XKB_KEY_KP_Separator, 95}, // of keypads with both
     {XKB_KEY_KP_Delete, 65},
     {XKB_KEY_KP_0, 82},
     {XKB_KEY_KP_Insert, 82},
@@ -113,34 +115,60 @@ std::string printed(xkb_keysym_t symbol) {
     return utf8;
 }
 
-std::vector<std::int64_t> keysThatPrint(const std::string& text, const KeyboardLayout& layout) {
+using TextOfKey = std::optional<std::string> (KeyboardLayout::*)(std::int64_t) const;
+
+std::vector<std::int64_t> keysThatPrint(const std::string& text, const KeyboardLayout& layout,
+                                        TextOfKey textOfKey) {
     std::vector<std::int64_t> codes;
     for (std::int64_t code = 0; code <= largestVirtualKeyCode; ++code) {
         const bool isNamed = std::ranges::count(namedKeys, code, &NamedKey::virtualKeyCode) > 0;
-        if (!isNamed && layout.translate(code) == text)
+        if (!isNamed && (layout.*textOfKey)(code) == text)
             codes.push_back(code);
     }
     return codes;
 }
 
-} // namespace
+/// Keys that are a symbol together with these modifiers.
+struct Places {
+    std::vector<std::int64_t> codes;
+    std::uint32_t carbonFlags = 0;
+};
 
-std::vector<std::int64_t> virtualKeyCodesOf(const KeyStroke& keys, const KeyboardLayout& layout) {
-    if (keys.keycode != 0) {
-        const auto code = virtualKeyCodeFromNativeScanCode(keys.keycode);
-        return code ? std::vector{*code} : std::vector<std::int64_t>{};
-    }
-    if (const auto* named = std::ranges::find(namedKeys, keys.symbol, &NamedKey::symbol);
-        named != std::end(namedKeys))
-        return {named->virtualKeyCode};
-    const std::string text = printed(keys.symbol);
+Places placesOf(xkb_keysym_t symbol, const KeyboardLayout& layout) {
+    const std::string text = printed(symbol);
     if (text.empty())
         return {};
-    auto codes = keysThatPrint(text, layout);
+    if (auto plain = keysThatPrint(text, layout, &KeyboardLayout::translate); !plain.empty())
+        return {std::move(plain)};
     // Some layouts print digits only together with Shift; desktops mean the key all the same.
-    if (codes.empty() && keys.symbol >= XKB_KEY_0 && keys.symbol <= XKB_KEY_9)
-        codes.push_back(digitRow[keys.symbol - XKB_KEY_0]);
-    return codes;
+    if (symbol >= XKB_KEY_0 && symbol <= XKB_KEY_9)
+        return {{digitRow[symbol - XKB_KEY_0]}};
+    return {keysThatPrint(text, layout, &KeyboardLayout::translateShifted), hotkey_modifier::shift};
+}
+
+Places placesOf(const KeyStroke& keys, const KeyboardLayout& layout) {
+    if (keys.keycode != 0) {
+        const auto code = virtualKeyCodeFromNativeScanCode(keys.keycode);
+        return code ? Places{{*code}} : Places{};
+    }
+    Places named;
+    for (const auto& [symbol, code, carbonFlags] : namedKeys) {
+        if (symbol == keys.symbol) {
+            named.codes.push_back(code);
+            named.carbonFlags = carbonFlags;
+        }
+    }
+    return named.codes.empty() ? placesOf(keys.symbol, layout) : named;
+}
+
+} // namespace
+
+std::vector<SymbolicHotKey> symbolicHotKeysOf(const DesktopShortcut& shortcut, const KeyboardLayout& layout) {
+    const Places places = placesOf(shortcut.keys, layout);
+    std::vector<SymbolicHotKey> hotKeys;
+    for (const std::int64_t code : places.codes)
+        hotKeys.push_back({shortcut.isEnabled, code, shortcut.keys.carbonFlags | places.carbonFlags});
+    return hotKeys;
 }
 
 } // namespace glimmerly

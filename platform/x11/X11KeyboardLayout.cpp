@@ -28,16 +28,24 @@ X11KeyboardLayout::X11KeyboardLayout(std::unique_ptr<X11Connection> connection, 
       events_(*connection_, [this](const xcb_generic_event_t& event) { handle(event); }) {}
 
 std::optional<std::string> X11KeyboardLayout::translate(std::int64_t keyCode) const {
+    return textOn(keyCode, KeyLevel::plain);
+}
+
+std::optional<std::string> X11KeyboardLayout::translateShifted(std::int64_t keyCode) const {
+    return textOn(keyCode, KeyLevel::shifted);
+}
+
+std::optional<std::string> X11KeyboardLayout::textOn(std::int64_t keyCode, KeyLevel level) const {
     const auto positions = evdevCodesFromVirtualKeyCode(keyCode);
     if (positions.empty())
         return {};
     if (!symbols_)
         symbols_ = readSymbols();
-    return symbols_->text(positions.front() + firstXKeycode);
+    return symbols_->text(positions.front() + firstXKeycode, level);
 }
 
-void X11KeyboardLayout::onChange(std::function<void()> handler) {
-    changeHandlers_.push_back(std::move(handler));
+Observation X11KeyboardLayout::observe(std::function<void()> observer) {
+    return observers_.add(std::move(observer));
 }
 
 X11KeyboardSymbols X11KeyboardLayout::readSymbols() const {
@@ -62,8 +70,7 @@ void X11KeyboardLayout::handle(const xcb_generic_event_t& event) {
 
 void X11KeyboardLayout::announce() {
     announcement_ = Announcement::none;
-    for (const auto& handler : changeHandlers_)
-        handler();
+    observers_.announce();
 }
 
 } // namespace glimmerly

@@ -31,6 +31,14 @@ xkb_keysym_t symbolAt(xkb_keymap& keymap, xkb_keycode_t keycode, xkb_layout_inde
     return count == 1 ? symbols[0] : XKB_KEY_NoSymbol;
 }
 
+/// Which level Shift chooses depends on the key's type: on some it is Alt or Control that has the second.
+xkb_keysym_t symbolWithShift(xkb_keymap& keymap, xkb_keycode_t keycode, xkb_layout_index_t group) {
+    const std::unique_ptr<xkb_state, XkbRelease> state(xkb_state_new(&keymap));
+    const xkb_mod_mask_t shift = 1U << xkb_keymap_mod_get_index(&keymap, XKB_MOD_NAME_SHIFT);
+    xkb_state_update_mask(state.get(), shift, 0, 0, 0, 0, group);
+    return xkb_state_key_get_one_sym(state.get(), keycode);
+}
+
 std::string textOf(xkb_keysym_t symbol) {
     if (const auto* dead = std::ranges::find(deadKeys, symbol, &DeadKey::symbol); dead != std::end(deadKeys))
         return dead->accent;
@@ -75,13 +83,14 @@ X11KeyboardSymbols::X11KeyboardSymbols(XkbKeymap keymap, xkb_layout_index_t curr
         keymap_ = compileKeymap(*context, "us");
 }
 
-std::optional<std::string> X11KeyboardSymbols::text(std::uint32_t keycode) const {
+std::optional<std::string> X11KeyboardSymbols::text(std::uint32_t keycode, KeyLevel level) const {
     if (!keymap_)
         return {};
-    const xkb_keysym_t plain = symbolAt(*keymap_, keycode, group_, 0);
-    std::string text = textOf(plain);
+    const xkb_keysym_t symbol = level == KeyLevel::plain ? symbolAt(*keymap_, keycode, group_, 0)
+                                                         : symbolWithShift(*keymap_, keycode, group_);
+    std::string text = textOf(symbol);
     // Without Num Lock the keypad moves the cursor; its digits are printed all the same.
-    if (text.empty() && plain >= XKB_KEY_KP_Space && plain <= XKB_KEY_KP_Equal)
+    if (text.empty() && symbol >= XKB_KEY_KP_Space && symbol <= XKB_KEY_KP_Equal)
         text = textOf(symbolAt(*keymap_, keycode, group_, 1));
     if (text.empty())
         return {};

@@ -26,7 +26,7 @@ protected:
 
 TEST_F(HotkeySettingsTest, StartWithTheDefaultAndStoreIt) {
     int announced = 0;
-    notifications.addObserver("GlimmerlyGlobalHotkeyDidChange", [&] { ++announced; });
+    const auto observation = notifications.observe("GlimmerlyGlobalHotkeyDidChange", [&] { ++announced; });
     const HotkeySettings settings(preferences, notifications);
     EXPECT_EQ(settings.keyCombination(), KeyCombination(KeyCode{0}, Modifiers(12)));
     EXPECT_EQ(stored(), "[0,12]");
@@ -75,9 +75,9 @@ TEST_F(HotkeySettingsTest, EveryAssignmentRunsTheWholeSequenceInOrder) {
         steps.push_back(step + " " + (current ? current->encoded() : "none") + " " +
                         stored().value_or("none"));
     };
-    const auto token = settings.addWillChangeObserver([&] { note("will"); });
+    auto observation = settings.observeWillChange([&] { note("will"); });
     settings.setRegistrationRefresh([&] { note("refresh"); });
-    notifications.addObserver(std::string(HotkeySettings::didChangeNotification), [&] { note("did"); });
+    const auto after = notifications.observe(HotkeySettings::didChangeNotification, [&] { note("did"); });
 
     settings.setKeyCombination(controlCommandSpace);
     EXPECT_THAT(steps, ElementsAre("will [0,12] [0,12]", "refresh [49,9] [49,9]", "did [49,9] [49,9]"));
@@ -87,7 +87,7 @@ TEST_F(HotkeySettingsTest, EveryAssignmentRunsTheWholeSequenceInOrder) {
     EXPECT_EQ(steps.size(), 3U) << "also for the same combination again";
     EXPECT_EQ(preferences.writes, 1);
     steps.clear();
-    settings.removeWillChangeObserver(token);
+    observation.reset();
     settings.setKeyCombination({});
     EXPECT_THAT(steps, ElementsAre("refresh none none", "did none none"));
 }

@@ -27,7 +27,7 @@ struct SettingsWindowTest : SettingsFixture {
 
 TEST_F(SettingsWindowTest, ComesBackTheSameInFrontOfEverything) {
     int announced = 0;
-    notifications.addObserver("GlimmerlySettingsWindowWillShow", [&] {
+    const auto observation = notifications.observe("GlimmerlySettingsWindowWillShow", [&] {
         ++announced;
         EXPECT_FALSE(window.isVisible());
     });

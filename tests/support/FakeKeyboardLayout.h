@@ -3,32 +3,43 @@
 #include "platform/KeyboardLayout.h"
 
 #include <map>
-#include <vector>
 
 namespace glimmerly {
 
 /// A keyboard that prints what the test says.
 class FakeKeyboardLayout : public KeyboardLayout {
 public:
+    using Keys = std::map<std::int64_t, std::string>;
+
     FakeKeyboardLayout() = default;
-    explicit FakeKeyboardLayout(std::map<std::int64_t, std::string> keys) : keys_(std::move(keys)) {}
+    explicit FakeKeyboardLayout(Keys keys, Keys shifted = {})
+        : keys_(std::move(keys)), shifted_(std::move(shifted)) {}
 
     [[nodiscard]] std::optional<std::string> translate(std::int64_t keyCode) const override {
-        const auto found = keys_.find(keyCode);
-        return found == keys_.end() ? std::nullopt : std::optional(found->second);
+        return textIn(keys_, keyCode);
     }
-    void onChange(std::function<void()> handler) override { handlers_.push_back(std::move(handler)); }
+    [[nodiscard]] std::optional<std::string> translateShifted(std::int64_t keyCode) const override {
+        return textIn(shifted_, keyCode);
+    }
+    [[nodiscard]] Observation observe(std::function<void()> observer) override {
+        return observers_.add(std::move(observer));
+    }
 
     /// Changes the layout as its user would.
-    void change(std::map<std::int64_t, std::string> keys) {
+    void change(Keys keys) {
         keys_ = std::move(keys);
-        for (const auto& handler : handlers_)
-            handler();
+        observers_.announce();
     }
 
 private:
-    std::map<std::int64_t, std::string> keys_;
-    std::vector<std::function<void()>> handlers_;
+    static std::optional<std::string> textIn(const Keys& keys, std::int64_t keyCode) {
+        const auto found = keys.find(keyCode);
+        return found == keys.end() ? std::nullopt : std::optional(found->second);
+    }
+
+    Keys keys_;
+    Keys shifted_;
+    Observers observers_;
 };
 
 } // namespace glimmerly

@@ -41,7 +41,8 @@ struct RecorderServices {
                                     .events = events,
                                     .symbolicHotKeys = symbolicHotKeys,
                                     .alerts = alerts,
-                                    .keyboardLayout = layout};
+                                    .keyboardLayout = layout,
+                                    .notifications = notifications};
 };
 
 namespace recorder_key {

@@ -48,7 +48,7 @@ TEST(UiColorsTest, EveryTextCanBeReadInBothSchemes) {
 
 TEST(UiColorsTest, AnOpenWindowFollowsTheDesktop) {
     FakeAppearance desktop;
-    followAppearance(desktop);
+    const auto colorsOfTheDesktop = followAppearance(desktop);
     QWidget window;
     QVBoxLayout layout(&window);
     auto* label = new UiLabel("text", text_style::bodySecondary, &window);

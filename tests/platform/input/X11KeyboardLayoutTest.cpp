@@ -55,8 +55,9 @@ TEST(X11KeyboardLayout, FollowsTheUserToAnotherLayoutAndGroup) {
     TestKeyboard::setLayout("-layout us,fr");
     const auto layout = X11KeyboardLayout::open().value();
     int changes = 0;
-    layout->onChange([&] { ++changes; });
+    auto observation = layout->observe([&] { ++changes; });
     ASSERT_EQ(layout->translate(0), "a");
+    EXPECT_EQ(layout->translateShifted(18), "!");
 
     keyboard.lock(0, 1);
     EXPECT_TRUE(QTest::qWaitFor([&] { return changes > 0 && layout->translate(0) == "q"; }, bound));
@@ -64,13 +65,19 @@ TEST(X11KeyboardLayout, FollowsTheUserToAnotherLayoutAndGroup) {
     TestKeyboard::setLayout("-layout us -variant dvorak");
     EXPECT_TRUE(QTest::qWaitFor([&] { return changes > 0 && layout->translate(1) == "o"; }, bound));
     EXPECT_EQ(KeyCombination(KeyCode{1}, Modifiers(12)).displayString(*layout), "⇧⌘ O");
+    changes = 0;
+    observation.reset();
+    keyboard.lock(0, 0);
+    TestKeyboard::setLayout("-layout de");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return layout->translate(16) == "z"; }, bound));
+    EXPECT_EQ(changes, 0) << "nobody hears any more";
 }
 
 TEST(X11KeyboardLayout, ModifiersAndLocksAreNoChange) {
     TestKeyboard keyboard;
     const auto layout = X11KeyboardLayout::open().value();
     int changes = 0;
-    layout->onChange([&] { ++changes; });
+    auto observation = layout->observe([&] { ++changes; });
     keyboard.tap(virtual_key::ansiA); // the first key of the test's keyboard makes it the current one
     TestKeyboard::run("xset q > /dev/null");
     QCoreApplication::processEvents();

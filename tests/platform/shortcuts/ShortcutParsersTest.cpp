@@ -1,8 +1,10 @@
 #include "platform/HotkeyService.h"
+#include "platform/KeyboardLayout.h"
+#include "platform/VirtualKeyCodes.h"
 #include "platform/shortcuts/KdeShortcuts.h"
 #include "platform/shortcuts/OpenboxShortcuts.h"
 #include "platform/shortcuts/XfceShortcuts.h"
-#include "tests/support/FakeKeyboardLayout.h"
+#include "platform/x11/X11KeyboardSymbols.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -84,6 +86,7 @@ TEST(ShortcutParsersTest, Kde) {
              {"Backslash=Meta+\\\\\\\\,none,Title", {key(XKB_KEY_backslash, command)}},
              {"Down=Meta+Shift+PgDown,,", {key(XKB_KEY_Next, command | shift)}},
              {"Accent=Meta+É,,", {key(XKB_KEY_eacute, command)}},
+             {"Shifted=Alt+~\\tMeta+!,,", {key(XKB_KEY_asciitilde, option), key(XKB_KEY_exclam, command)}},
              {"Digit=Meta+Num+7,,", {key(XKB_KEY_KP_7, command)}},
              {"Off=none,Meta+E,Dolphin", {disabled(key(XKB_KEY_e, command))}},
              {"Never=none,none,Dolphin", {}},
@@ -124,28 +127,69 @@ TEST(ShortcutParsersTest, Xfce) {
     EXPECT_THAT(xfceShortcuts({}), IsEmpty());
 }
 
-TEST(ShortcutParsersTest, KeysAreFoundByWhatTheyPrint) {
-    // A French keyboard: A where others have Q, digits only with Shift. The keypad prints a minus too.
-    const FakeKeyboardLayout french({{12, "a"}, {0, "q"}, {18, "&"}, {22, "-"}, {78, "-"}, {49, " "}});
+/// A layout as the system describes it.
+class DescribedLayout : public KeyboardLayout {
+public:
+    explicit DescribedLayout(const char* name) : symbols_(compileKeymap(*context_, name), 0) {}
+
+    [[nodiscard]] std::optional<std::string> translate(std::int64_t keyCode) const override {
+        return text(keyCode, KeyLevel::plain);
+    }
+    [[nodiscard]] std::optional<std::string> translateShifted(std::int64_t keyCode) const override {
+        return text(keyCode, KeyLevel::shifted);
+    }
+    [[nodiscard]] Observation observe(std::function<void()> /*observer*/) override { return {}; }
+
+private:
+    [[nodiscard]] std::optional<std::string> text(std::int64_t keyCode, KeyLevel level) const {
+        const auto positions = evdevCodesFromVirtualKeyCode(keyCode);
+        return positions.empty() ? std::nullopt : symbols_.text(positions.front() + firstXKeycode, level);
+    }
+
+    XkbContext context_ = makeXkbContext();
+    X11KeyboardSymbols symbols_;
+};
+
+TEST(ShortcutParsersTest, KeysAreFoundByWhatTheyPrintWithShiftWhereItTakesThat) {
     struct Case {
+        const char* layout;
         const char* keys;
         std::vector<std::int64_t> codes;
+        std::uint32_t carbonFlags = 0;
     };
-    for (const auto& [keys, codes] : std::initializer_list<Case>{{"A", {12}},
-                                                                 {"ampersand", {18}},
-                                                                 {"1", {18}},
-                                                                 {"minus", {22}},
-                                                                 {"KP_Subtract", {78}},
-                                                                 {"KP_End", {83}},
-                                                                 {"space", {49}},
-                                                                 {"Print", {105}},
-                                                                 {"Above_Tab", {50}},
-                                                                 {"0x26", {0}},
-                                                                 {"0x08", {}},
-                                                                 {"z", {}},
-                                                                 {"XF86Calculator", {}},
-                                                                 {"Super_L", {}}})
-        EXPECT_EQ(virtualKeyCodesOf(parseGtkAccelerator(keys).value(), french), codes) << keys;
+    for (const auto& [layout, keys, codes, carbonFlags] : std::initializer_list<Case>{
+             {"us", "A", {0}},
+             {"us", "<Alt>asciitilde", {50}, option | shift},
+             {"us", "<Super>exclam", {18}, command | shift},
+             {"us", "<Shift>exclam", {18}, shift},
+             {"us", "<Shift>1", {18}, shift},
+             {"us", "ISO_Left_Tab", {48}, shift},
+             {"us", "KP_Subtract", {78}},
+             {"us", "KP_End", {83}},
+             {"us", "space", {49}},
+             {"us", "Print", {105}},
+             {"us", "Above_Tab", {50}},
+             {"us", "0x26", {0}},
+             {"us", "0x08", {}},
+             {"us", "eacute", {}},
+             {"us", "XF86Calculator", {}},
+             {"us", "Super_L", {}},
+             {"de", "<Super>question", {27}, command | shift},
+             {"de", "<Super>Adiaeresis", {39}, command},
+             {"de", "<Alt>asciitilde", {}}, // takes more than Shift
+             {"fr", "A", {12}},
+             {"fr", "<Super>exclam", {44}, command},
+             {"fr", "ampersand", {18}},
+             {"fr", "1", {18}},
+             {"fr", "minus", {22}},
+             {"fr", "period", {43}, shift},
+         }) {
+        std::vector<SymbolicHotKey> expected;
+        for (const std::int64_t code : codes)
+            expected.push_back({false, code, carbonFlags});
+        const DesktopShortcut shortcut{parseGtkAccelerator(keys).value(), false};
+        EXPECT_EQ(symbolicHotKeysOf(shortcut, DescribedLayout(layout)), expected) << layout << ' ' << keys;
+    }
 }
 
 } // namespace

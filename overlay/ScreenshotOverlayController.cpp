@@ -1,5 +1,6 @@
 #include "overlay/ScreenshotOverlayController.h"
 
+#include "base/NotificationCenter.h"
 #include "capture/service/TargetScreen.h"
 #include "diagnostics/GlimmerlyLog.h"
 #include "overlay/canvas/OverlayCanvasView.h"
@@ -59,6 +60,7 @@ ScreenshotOverlayController& ScreenshotOverlayController::shared() {
                                                 .pasteboard = platform.pasteboard,
                                                 .savePanel = platform.savePanel,
                                                 .mainQueue = platform.mainQueue,
+                                                .notifications = platform.notifications,
                                                 .telemetry = TelemetrySink::shared(),
                                                 .bundleIdentifier = platform.bundle.identifier});
     }();
@@ -75,6 +77,7 @@ void ScreenshotOverlayController::presentOverlay(const std::filesystem::path& ca
         closeOverlay();
         return;
     }
+    services_.notifications.post(willShowNotification);
     createWindow(*screen, captureImageURL);
     rememberApplicationToRestore();
     makeWindowKey();

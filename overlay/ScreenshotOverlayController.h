@@ -19,6 +19,7 @@ namespace glimmerly {
 
 class Application;
 class MainQueue;
+class NotificationCenter;
 class OverlayWindows;
 class Pasteboard;
 class RunningApplication;
@@ -35,6 +36,7 @@ struct OverlayControllerServices {
     Pasteboard& pasteboard;
     SavePanel& savePanel;
     MainQueue& mainQueue;
+    NotificationCenter& notifications;
     Telemetry& telemetry;
     std::optional<std::string> bundleIdentifier;
     WallClock clock = systemClock();

@@ -1,5 +1,6 @@
 #include "hotkeys/recorder/HotkeyRecorder.h"
 
+#include "capture/OverlayPresenter.h"
 #include "hotkeys/recorder/HotkeyRecorderSegment.h"
 #include "hotkeys/recorder/HotkeyRecorderStyle.h"
 #include "hotkeys/recorder/HotkeyRecorderText.h"
@@ -41,10 +42,14 @@ HotkeyRecorder::HotkeyRecorder(const HotkeyRecorderServices& services, QWidget* 
     connect(&renderSoon_, &QTimer::timeout, this, [this] { render(); });
     model_.setOnWillChange([this] { renderSoon_.start(); });
     layoutObservation_ = services_.keyboardLayout.observe([this] { render(); });
+    overlayObservation_ = services_.notifications.observe(OverlayPresenter::willShowNotification,
+                                                          [this] { model_.stopRecording(); });
     render();
 }
 
-HotkeyRecorder::~HotkeyRecorder() = default;
+HotkeyRecorder::~HotkeyRecorder() {
+    alert_.request_stop();
+}
 
 QWidget* HotkeyRecorder::makeControl() {
     auto* control = new QWidget;
@@ -70,6 +75,7 @@ QAbstractButton& HotkeyRecorder::trailingSegment() {
 void HotkeyRecorder::hideEvent(QHideEvent* event) {
     QWidget::hideEvent(event);
     model_.stopRecording();
+    alert_.request_stop();
 }
 
 void HotkeyRecorder::leadingPressed() {
@@ -109,9 +115,12 @@ void HotkeyRecorder::render() {
 void HotkeyRecorder::presentReservedError() {
     if (std::exchange(alerting_, Alerting::on) == Alerting::on)
         return;
+    alert_ = {};
     const QPointer self(this); // may go while the alert is open
-    services_.alerts.runModal(
-        {.messageText = texts::reservedTitle, .informativeText = "", .buttons = {texts::ok}});
+    services_.alerts.runModal({.messageText = texts::reservedTitle,
+                               .informativeText = "",
+                               .buttons = {texts::ok},
+                               .stop = alert_.get_token()});
     if (!self)
         return;
     alerting_ = Alerting::off;

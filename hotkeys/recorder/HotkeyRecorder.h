@@ -5,6 +5,8 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <stop_token>
+
 class QAbstractButton;
 
 namespace glimmerly {
@@ -12,7 +14,8 @@ namespace glimmerly {
 class HotkeyRecorderSegment;
 
 /// A row with the caller's label and the control that shows the hotkey, records another and clears it. As
-/// wide as it is given room. Hiding it, or the window it is in, ends a recording.
+/// wide as it is given room. Hiding it, or the window it is in, ends a recording and takes its alert down; an
+/// overlay that opens ends a recording too.
 class HotkeyRecorder : public QWidget {
 public:
     /// Takes `label` as its child.
@@ -39,7 +42,9 @@ private:
     HotkeyRecorderSegment* trailing_;
     QTimer renderSoon_; ///< once the change at hand is made
     enum class Alerting { off, on } alerting_ = Alerting::off;
+    std::stop_source alert_{std::nostopstate};
     Observation layoutObservation_;
+    Observation overlayObservation_;
 };
 
 } // namespace glimmerly

@@ -74,6 +74,8 @@ int QtAlerts::runModal(const Alert& alert) {
     box.show();
     box.raise();
     box.activateWindow();
+    const std::stop_callback atStop(
+        alert.stop, [&box] { QMetaObject::invokeMethod(&box, &QDialog::reject, Qt::QueuedConnection); });
     box.exec();
 
     const auto chosen = std::ranges::find(buttons, box.clickedButton());

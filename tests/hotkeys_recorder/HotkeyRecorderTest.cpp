@@ -1,5 +1,6 @@
 #include "hotkeys/recorder/HotkeyRecorder.h"
 
+#include "capture/OverlayPresenter.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/RecorderServices.h"
 #include "ui/UiColors.h"
@@ -99,10 +100,20 @@ TEST_F(HotkeyRecorderTest, TellsOnceThatAHotkeyIsReservedAndGoesOn) {
     EXPECT_FALSE(recorder->model().isPresentingSystemReservedError());
     expectShown("Type Hotkey", "Cancel");
 
-    desktop.alerts.onRun = [&] { delete std::exchange(recorder, nullptr); };
-    press({0, event_modifier::control});
-    EXPECT_EQ(desktop.alerts.shown.size(), 2U);
-    EXPECT_EQ(desktop.events.monitorCount(), 0U);
+    EXPECT_FALSE(desktop.alerts.shown[0].stop.stop_requested());
+
+    for (const std::function<void()>& end : std::initializer_list<std::function<void()>>{
+             [&] { window.hide(); }, [&] { delete std::exchange(recorder, nullptr); }}) {
+        window.show();
+        recorder->model().startRecording();
+        desktop.alerts.onRun = [&] {
+            end();
+            EXPECT_TRUE(desktop.alerts.shown.back().stop.stop_requested());
+        };
+        press({0, event_modifier::control});
+        EXPECT_EQ(desktop.events.monitorCount(), 0U);
+    }
+    EXPECT_EQ(desktop.alerts.shown.size(), 3U);
 }
 
 TEST_F(HotkeyRecorderTest, ARecorderThatIsNotToBeSeenDoesNotRecord) {
@@ -113,6 +124,9 @@ TEST_F(HotkeyRecorderTest, ARecorderThatIsNotToBeSeenDoesNotRecord) {
     window.show();
     QCoreApplication::processEvents();
     expectShown("⇧⌘ A", "Clear");
+    click(leading());
+    desktop.notifications.post(OverlayPresenter::willShowNotification);
+    EXPECT_FALSE(recorder->model().isRecording());
 }
 
 TEST_F(HotkeyRecorderTest, IsAPillOfTwoSegmentsAtTheEndOfTheRow) {

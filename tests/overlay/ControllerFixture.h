@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/NotificationCenter.h"
 #include "overlay/ScreenshotOverlayController.h"
 #include "overlay/canvas/OverlayCanvasView.h"
 #include "tests/support/FakeApplication.h"
@@ -53,6 +54,7 @@ protected:
                                       .pasteboard = pasteboard,
                                       .savePanel = savePanel,
                                       .mainQueue = mainQueue,
+                                      .notifications = notifications,
                                       .telemetry = telemetry,
                                       .bundleIdentifier = std::move(bundleIdentifier),
                                       .clock = [this] { return now; }});
@@ -68,6 +70,7 @@ protected:
     FakePasteboard pasteboard;
     FakeSavePanel savePanel;
     FakeMainQueue mainQueue;
+    NotificationCenter notifications;
     FakeTelemetry telemetry;
     WallTime now{};
     std::unique_ptr<ScreenshotOverlayController> controller = makeController("app.glimmerly.Glimmerly");

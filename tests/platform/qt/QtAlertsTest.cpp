@@ -65,16 +65,21 @@ TEST(QtAlertsTest, LeavesOurOtherWindowsInUse) {
 }
 
 TEST(QtAlertsTest, AnswersWithTheButtonThatWasChosen) {
+    std::stop_source stop;
     const Alert alert{.style = AlertStyle::informational,
                       .messageText = "Go?",
                       .informativeText = "",
-                      .buttons = {"Go", "Wait", "Cancel"}};
+                      .buttons = {"Go", "Wait", "Cancel"},
+                      .stop = stop.get_token()};
     whenOpen([](QMessageBox& box) { buttonTitled(box, "Wait")->click(); });
     EXPECT_EQ(QtAlerts().runModal(alert), 1);
     whenOpen([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); });
     EXPECT_EQ(QtAlerts().runModal(alert), 0);
     whenOpen([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); });
     EXPECT_EQ(QtAlerts().runModal(alert), 2);
+    whenOpen([&](QMessageBox&) { stop.request_stop(); });
+    EXPECT_EQ(QtAlerts().runModal(alert), 2);
+    EXPECT_EQ(QtAlerts().runModal(alert), 2) << "stopped before it is shown";
 }
 
 } // namespace

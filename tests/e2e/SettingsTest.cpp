@@ -57,15 +57,19 @@ struct Settings : testing::Test {
         const auto start = text.find("screenshotGlobalHotkey=");
         return start == std::string::npos ? "" : text.substr(start, text.find('\n', start) - start);
     }
-    [[nodiscard]] std::optional<Bitmap> menu() const {
-        const auto before = client.visibleWindows();
+    /// Opens the menu that the window offers where there is no tray; none when it does not come.
+    [[nodiscard]] std::optional<PixelRect> openMenu() const {
+        const std::size_t before = client.visibleWindows().size();
         click(menuButton);
-        std::optional<Bitmap> picture;
-        const auto isOpen = [&] { return client.visibleWindows().size() == before.size() + 1; };
-        if (waitUntil(isOpen))
-            picture = client.pixels(client.areaOf(client.visibleWindows().back()));
+        if (!waitUntil([&] { return client.visibleWindows().size() == before + 1; }))
+            return std::nullopt;
+        return client.areaOf(client.visibleWindows().back());
+    }
+    [[nodiscard]] std::optional<Bitmap> menu() const {
+        const std::size_t before = client.visibleWindows().size();
+        const auto picture = openMenu().transform([this](PixelRect area) { return client.pixels(area); });
         session.robot.type({Key::escape});
-        return waitUntil([&] { return !isOpen(); }) ? picture : std::nullopt;
+        return waitUntil([&] { return client.visibleWindows().size() == before; }) ? picture : std::nullopt;
     }
 
     static constexpr auto defaultBytes = "screenshotGlobalHotkey=\"@ByteArray([0,12])\"";
@@ -119,6 +123,19 @@ TEST_F(Settings, AnOverlayOverTheWindowHasTheKeyboard) {
     }
 }
 
+TEST_F(Settings, AnOverlayEndsARecordingAndGetsTheKeys) {
+    open();
+    ASSERT_TRUE(startRecording(recordedHotkey));
+    const auto menu = openMenu();
+    ASSERT_TRUE(menu);
+    session.robot.click({menu->x + menu->width / 2, menu->y + menu->height * 3 / 10}); // "Take screenshot"
+    ASSERT_TRUE(session.waitForOverlay());
+    EXPECT_TRUE(waitForDefaultHotkey());
+    session.robot.type({Key::escape});
+    ASSERT_TRUE(session.waitForNoOverlay());
+    EXPECT_EQ(stored(), defaultBytes);
+}
+
 TEST_F(Settings, EscapeAndClosingTheWindowGiveTheHotkeyBack) {
     open();
     ASSERT_TRUE(startRecording(recordedHotkey));
@@ -157,6 +174,13 @@ TEST_F(Settings, AShortcutOfTheWindowManagerIsRefusedWithAnAlert) {
     session.robot.type({Key::returnKey});
     EXPECT_TRUE(waitUntil([this] { return client.managedWindows().size() == 1; }));
     EXPECT_EQ(stored(), defaultBytes);
+
+    ASSERT_TRUE(startRecording(recordedHotkey));
+    session.robot.type({Key::super, d});
+    ASSERT_TRUE(waitUntil([this] { return client.managedWindows().size() == 2; })) << "no alert";
+    close();
+    EXPECT_TRUE(waitUntil([this] { return client.managedWindows().empty(); })) << "the alert goes too";
+    EXPECT_TRUE(waitForDefaultHotkey());
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 // What a run tells the service, and that telling it never holds up the user.
-#include "tests/e2e/support/Session.h"
-#include "tests/support/LoopbackService.h"
+#include "tests/e2e/support/ServedSession.h"
 
 #include <QJsonArray>
 #include <gmock/gmock.h>
@@ -12,12 +11,8 @@ namespace {
 
 using testing::ElementsAre;
 
-/// The program of a build that names this service.
-struct Telling {
-    explicit Telling(const std::string& behaviour)
-        : session({}, {.environment = {{"TEST_SERVICE_BASE_URL", service.url(behaviour)},
-                                       {"no_proxy", "127.0.0.1"}},
-                       .program = GLIMMERLY_BUNDLE_DOUBLE}) {}
+struct Telling : ServedSession {
+    using ServedSession::ServedSession;
 
     void quit() {
         session.program.process().sendSignal(SIGTERM);
@@ -33,9 +28,6 @@ struct Telling {
         }
         return found;
     }
-
-    LoopbackService service;
-    Session session;
 };
 
 TEST(Telemetry, ARunIsToldFromLaunchToTheLastCopy) {

@@ -1,10 +1,10 @@
 // Measures the way from the key press to the clipboard with the real program on a virtual desktop: a table
 // of medians for each size of display.   glimmerly_bench [rounds]
-#include "tests/bench/desktop/ClipboardReader.h"
-#include "tests/bench/desktop/Measurements.h"
-#include "tests/bench/desktop/OverlayWatch.h"
-#include "tests/bench/desktop/ScreenFloor.h"
-#include "tests/bench/support/DesktopPicture.h"
+#include "bench/desktop/ClipboardReader.h"
+#include "bench/desktop/Measurements.h"
+#include "bench/desktop/OverlayWatch.h"
+#include "bench/desktop/ScreenFloor.h"
+#include "bench/support/DesktopPicture.h"
 #include "tests/e2e/support/Session.h"
 
 #include <QGuiApplication>
@@ -99,12 +99,8 @@ private:
 
 int main(int argc, char** argv) {
     using namespace glimmerly::bench;
-    char program[] = "glimmerly_bench";
-    char option[] = "-platform";
-    char platform[] = "offscreen"; // for the fonts of the desktop's picture
-    char* arguments[] = {program, option, platform, nullptr};
-    int count = 3;
-    const QGuiApplication application(count, arguments);
+    qputenv("QT_QPA_PLATFORM", "offscreen"); // for the fonts of the desktop's picture
+    const QGuiApplication application(argc, argv);
     const int rounds = argc > 1 ? std::stoi(argv[1]) : 15;
     for (const glimmerly::PixelSize size : {glimmerly::PixelSize{1920, 1080}, largest}) {
         std::cout << fmt::format("{} x {}, {} rounds; a floor is grabbing the screen and putting it back\n",

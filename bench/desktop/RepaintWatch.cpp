@@ -1,6 +1,6 @@
-#include "tests/bench/desktop/RepaintWatch.h"
+#include "bench/desktop/RepaintWatch.h"
 
-#include "tests/bench/desktop/DamageExtension.h"
+#include "bench/desktop/DamageExtension.h"
 
 namespace glimmerly::bench {
 

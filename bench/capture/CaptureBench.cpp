@@ -1,3 +1,4 @@
+#include "bench/support/Sizes.h"
 #include "capture/service/CaptureFile.h"
 #include "capture/service/ScreenCaptureService.h"
 #include "platform/png/PngDecoder.h"
@@ -44,18 +45,16 @@ void grab(benchmark::State& state) {
         benchmark::DoNotOptimize(grabber.grab(area).value());
 }
 
-/// From the request to the capture's file, all stages.
-void captureToFile(benchmark::State& state) {
-    const Display display(state);
-    QtMainQueue queue;
-    const X11Screens screens(X11Connection::open().value());
-    X11ScreenCapture capture(X11Connection::open().value(), screens, queue);
-    ScreenCaptureService service(screens, capture);
-    for (auto _ : state) {
+/// Captures to a file, and waits for it.
+class FileCapture {
+public:
+    /// `use` gets the file once it is written.
+    void run(benchmark::State& state, const std::function<void(const std::filesystem::path&)>& use) {
         const auto file = makeCaptureFileURL();
         bool done = false;
-        service.capture(file, [&](const Result<void>& outcome) {
+        service_.capture(file, [&](const Result<void>& outcome) {
             outcome.value();
+            use(file);
             done = true;
         });
         while (!done)
@@ -64,36 +63,30 @@ void captureToFile(benchmark::State& state) {
         std::filesystem::remove(file);
         state.ResumeTiming();
     }
+
+private:
+    QtMainQueue queue_;
+    X11Screens screens_{X11Connection::open().value()};
+    X11ScreenCapture capture_{X11Connection::open().value(), screens_, queue_};
+    ScreenCaptureService service_{screens_, capture_};
+};
+
+/// From the request to the capture's file, all stages.
+void captureToFile(benchmark::State& state) {
+    const Display display(state);
+    FileCapture capture;
+    for (auto _ : state)
+        capture.run(state, [](const auto&) {});
 }
 
 /// And on to the decoded picture.
 void captureAndReadBack(benchmark::State& state) {
     const Display display(state);
-    QtMainQueue queue;
-    const X11Screens screens(X11Connection::open().value());
-    X11ScreenCapture capture(X11Connection::open().value(), screens, queue);
-    ScreenCaptureService service(screens, capture);
-    for (auto _ : state) {
-        const auto file = makeCaptureFileURL();
-        Bitmap picture;
-        service.capture(file, [&](const Result<void>& outcome) {
-            outcome.value();
-            picture = PngDecoder::open(file).value().decode().value();
+    FileCapture capture;
+    for (auto _ : state)
+        capture.run(state, [](const auto& file) {
+            benchmark::DoNotOptimize(PngDecoder::open(file).value().decode().value());
         });
-        while (picture.isNull())
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        state.PauseTiming();
-        std::filesystem::remove(file);
-        picture = {};
-        state.ResumeTiming();
-    }
-}
-
-void sizes(benchmark::internal::Benchmark* bench) {
-    const auto least = [](const std::vector<double>& times) { return std::ranges::min(times); };
-    bench->Arg(1080)->Arg(2160)->ArgName("height")->Unit(benchmark::kMillisecond);
-    bench->UseRealTime()->MeasureProcessCPUTime();
-    bench->Iterations(1)->Repetitions(20)->ReportAggregatesOnly()->ComputeStatistics("min", least);
 }
 
 BENCHMARK(grab)->Apply(sizes);

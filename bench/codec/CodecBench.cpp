@@ -1,3 +1,5 @@
+#include "bench/support/DesktopPicture.h"
+#include "bench/support/Sizes.h"
 #include "overlay/export/OverlayCanvasSelectionExport.h"
 #include "overlay/model/AnnotationPalette.h"
 #include "platform/files/AtomicFile.h"
@@ -6,7 +8,6 @@
 #include "platform/png/PngDecoder.h"
 #include "platform/png/PngEncoder.h"
 #include "platform/png/StoredPng.h"
-#include "tests/bench/support/DesktopPicture.h"
 
 #include <QGuiApplication>
 #include <benchmark/benchmark.h>
@@ -150,13 +151,6 @@ void libPngLevel6(benchmark::State& state, Bitmap (*drawOn)(const Bitmap&)) {
         png_destroy_write_struct(&png, &info);
     }
     state.counters["KiB"] = static_cast<double>(out.size()) / 1024;
-}
-
-void sizes(benchmark::internal::Benchmark* bench) {
-    const auto least = [](const std::vector<double>& times) { return std::ranges::min(times); };
-    bench->Arg(1080)->Arg(2160)->ArgName("height")->Unit(benchmark::kMillisecond);
-    bench->UseRealTime()->MeasureProcessCPUTime();
-    bench->Iterations(1)->Repetitions(20)->ReportAggregatesOnly()->ComputeStatistics("min", least);
 }
 
 BENCHMARK(captureFileWrite)->Apply(sizes);

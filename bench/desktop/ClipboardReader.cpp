@@ -1,4 +1,4 @@
-#include "tests/bench/desktop/ClipboardReader.h"
+#include "bench/desktop/ClipboardReader.h"
 
 #include "tests/support/desktop/WaitUntil.h"
 

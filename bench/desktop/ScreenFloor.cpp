@@ -1,6 +1,6 @@
-#include "tests/bench/desktop/ScreenFloor.h"
+#include "bench/desktop/ScreenFloor.h"
 
-#include "tests/bench/desktop/Stopwatch.h"
+#include "bench/desktop/Stopwatch.h"
 
 #include <xcb/shm.h>
 

@@ -1,6 +1,6 @@
-#include "tests/bench/desktop/OverlayWatch.h"
+#include "bench/desktop/OverlayWatch.h"
 
-#include "tests/bench/desktop/DamageExtension.h"
+#include "bench/desktop/DamageExtension.h"
 #include "tests/support/desktop/WaitUntil.h"
 
 #include <xcb/damage.h>

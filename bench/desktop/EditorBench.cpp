@@ -1,11 +1,11 @@
 // Measures drags in an overlay of 3840 x 2160 with a hundred annotations, from the pointer's motion to the
 // repaint of the real program on a virtual desktop, and what Done makes of it.
 //     glimmerly_bench_editor [motions]
-#include "tests/bench/desktop/ClipboardReader.h"
-#include "tests/bench/desktop/Measurements.h"
-#include "tests/bench/desktop/RepaintWatch.h"
-#include "tests/bench/desktop/ScreenFloor.h"
-#include "tests/bench/support/DesktopPicture.h"
+#include "bench/desktop/ClipboardReader.h"
+#include "bench/desktop/Measurements.h"
+#include "bench/desktop/RepaintWatch.h"
+#include "bench/desktop/ScreenFloor.h"
+#include "bench/support/DesktopPicture.h"
 #include "tests/e2e/support/Editor.h"
 
 #include <QGuiApplication>
@@ -141,12 +141,8 @@ private:
 
 int main(int argc, char** argv) {
     using namespace glimmerly::bench;
-    char program[] = "glimmerly_bench_editor";
-    char option[] = "-platform";
-    char platform[] = "offscreen"; // for the fonts of the desktop's picture
-    char* arguments[] = {program, option, platform, nullptr};
-    int count = 3;
-    const QGuiApplication application(count, arguments);
+    qputenv("QT_QPA_PLATFORM", "offscreen"); // for the fonts of the desktop's picture
+    const QGuiApplication application(argc, argv);
     const int motions = argc > 1 ? std::stoi(argv[1]) : 400;
     EditorBench bench;
     bench.run(motions);

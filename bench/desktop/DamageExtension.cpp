@@ -1,4 +1,4 @@
-#include "tests/bench/desktop/DamageExtension.h"
+#include "bench/desktop/DamageExtension.h"
 
 #include <xcb/damage.h>
 

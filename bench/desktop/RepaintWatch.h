@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/bench/desktop/Stopwatch.h"
+#include "bench/desktop/Stopwatch.h"
 #include "tests/support/desktop/XClient.h"
 
 #include <xcb/damage.h>

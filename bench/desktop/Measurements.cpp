@@ -1,4 +1,4 @@
-#include "tests/bench/desktop/Measurements.h"
+#include "bench/desktop/Measurements.h"
 
 #include <fmt/format.h>
 

@@ -1,4 +1,4 @@
-#include "tests/bench/support/DesktopPicture.h"
+#include "bench/support/DesktopPicture.h"
 
 #include <QImage>
 #include <QLinearGradient>

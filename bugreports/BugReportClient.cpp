@@ -6,7 +6,7 @@
 #include "platform/HttpClient.h"
 #include "platform/MainQueue.h"
 #include "platform/Platform.h"
-#include "platform/http/ServiceEndpoint.h"
+#include "platform/http/endpoint/ServiceEndpoint.h"
 
 #include <utility>
 

@@ -6,7 +6,7 @@
 #include "diagnostics/GlimmerlyLog.h"
 #include "platform/HttpClient.h"
 #include "platform/Platform.h"
-#include "platform/http/ServiceEndpoint.h"
+#include "platform/http/endpoint/ServiceEndpoint.h"
 #include "platform/threads/Threads.h"
 #include "telemetry/FirstCharacters.h"
 

@@ -6,7 +6,7 @@
 #include "platform/desktop/SingleInstance.h"
 #include "platform/desktop/TerminationSignals.h"
 #include "platform/http/CurlHttpClient.h"
-#include "platform/http/ServiceEndpoint.h"
+#include "platform/http/endpoint/ServiceEndpoint.h"
 #include "platform/linux/updates/dialogs/LinuxUpdateFramework.h"
 #include "platform/portal/PortalAppearance.h"
 #include "platform/qt/QtAlerts.h"

@@ -1,4 +1,4 @@
-#include "platform/http/ServiceEndpoint.h"
+#include "platform/http/endpoint/ServiceEndpoint.h"
 
 #include <gtest/gtest.h>
 

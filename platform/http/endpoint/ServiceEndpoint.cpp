@@ -1,4 +1,4 @@
-#include "platform/http/ServiceEndpoint.h"
+#include "platform/http/endpoint/ServiceEndpoint.h"
 
 #include "base/Whitespace.h"
 #include "platform/http/CurlHandles.h"

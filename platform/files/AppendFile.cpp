@@ -30,14 +30,10 @@ Result<AppendFile> AppendFile::open(const std::filesystem::path& path) {
     // Opening a pipe that nobody reads from must not wait for a reader.
     FileDescriptor file(
         ::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, ownerOnly));
-    if (!file)
-        return posixFailure("Opening " + path.string());
-    struct stat info{};
-    if (::fstat(file.get(), &info) != 0)
-        return posixFailure("Examining " + path.string());
-    if (!S_ISREG(info.st_mode))
-        return failure(Error::posix(EINVAL, "Not a regular file: " + path.string()));
-    if ((info.st_mode & ALLPERMS) != ownerOnly && ::fchmod(file.get(), ownerOnly) != 0)
+    const auto info = statusOfRegular(file, path);
+    if (!info)
+        return failure(info.error());
+    if ((info->st_mode & ALLPERMS) != ownerOnly && ::fchmod(file.get(), ownerOnly) != 0)
         return posixFailure("Setting the mode of " + path.string());
     return AppendFile(std::move(file));
 }

@@ -22,6 +22,17 @@ Result<void> FileDescriptor::close() {
     return {};
 }
 
+Result<struct stat> statusOfRegular(const FileDescriptor& file, const std::filesystem::path& path) {
+    if (!file)
+        return posixFailure("Opening " + path.string());
+    struct stat info{};
+    if (::fstat(file.get(), &info) != 0)
+        return posixFailure("Examining " + path.string());
+    if (!S_ISREG(info.st_mode))
+        return failure(Error::posix(EINVAL, "Not a regular file: " + path.string()));
+    return info;
+}
+
 std::unexpected<Error> posixFailure(std::string_view what) {
     return failure(Error::posix(errno, what));
 }

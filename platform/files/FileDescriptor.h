@@ -2,6 +2,9 @@
 
 #include "base/Result.h"
 
+#include <sys/stat.h>
+
+#include <filesystem>
 #include <string_view>
 #include <utility>
 
@@ -25,6 +28,10 @@ public:
 private:
     int fd_ = -1;
 };
+
+/// What the system says of `file`, opened at `path`; a failure when it is anything but a regular file.
+[[nodiscard]] Result<struct stat> statusOfRegular(const FileDescriptor& file,
+                                                  const std::filesystem::path& path);
 
 /// The failure that `errno` holds, in the step `what`, as what a function returns.
 [[nodiscard]] std::unexpected<Error> posixFailure(std::string_view what);

@@ -19,17 +19,13 @@ constexpr int openFlags = O_RDONLY | O_NONBLOCK | O_CLOEXEC;
 
 Result<std::string> readRegular(const FileDescriptor& file, const std::filesystem::path& path,
                                 std::size_t largest) {
-    if (!file)
-        return posixFailure("Opening " + path.string());
-    struct stat info{};
-    if (::fstat(file.get(), &info) != 0)
-        return posixFailure("Examining " + path.string());
-    if (!S_ISREG(info.st_mode))
-        return failure(Error::posix(EINVAL, "Not a regular file: " + path.string()));
+    const auto info = statusOfRegular(file, path);
+    if (!info)
+        return failure(info.error());
 
     std::string content;
     std::size_t length = 0;
-    const auto announced = static_cast<std::size_t>(info.st_size);
+    const auto announced = static_cast<std::size_t>(info->st_size);
     content.resize(std::min(announced, largest) + 1); // the last byte finds the end in one go
     for (;;) {
         const ssize_t count = ::read(file.get(), content.data() + length, content.size() - length);

@@ -9,7 +9,8 @@ class QKeyEvent;
 namespace glimmerly {
 
 /// Sees each key press that reaches this application, whichever of its windows has the keyboard, before that
-/// window does; for as long as it lives.
+/// window does; for as long as it lives. Not one of `LocalEvents`: as long as there is one of those, the
+/// window in front holds the whole keyboard, which an overlay never does.
 class KeyDownMonitor : private QObject {
 public:
     enum class Verdict { pass, swallow };

@@ -177,17 +177,5 @@ TEST_F(ScreenCaptureServiceTest, SurvivesScreensOfNoSize) {
     EXPECT_EQ(service.lastCaptureDiagnostics()->expectedScreenHeightPx, 0);
 }
 
-TEST_F(ScreenCaptureServiceTest, DoesNothingMoreOnceItIsGone) {
-    auto other = std::make_unique<ScreenCaptureService>(screens, screenCapture);
-    screenCapture.holdsImages = true;
-    other->capture(file, [](const Result<void>&) { FAIL(); });
-    other->capture(file, [](const Result<void>&) { FAIL(); });
-    queue.runOne(); // one waits for its image, one for the displays
-    other.reset();
-    queue.runAll();
-    screenCapture.held.at(0)(FakeScreenCapture::filled({64, 48}));
-    EXPECT_TRUE(directory.names().empty());
-}
-
 } // namespace
 } // namespace glimmerly

@@ -52,13 +52,7 @@ protected:
         screenCapture.held.at(capture)(failure(Error("X11", 42, "The server has gone.")));
     }
 
-    std::vector<std::string> files() const {
-        const auto path = scratch.path() / "app.glimmerly.Glimmerly";
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(path))
-            names.push_back(entry.path().filename().string());
-        return names;
-    }
+    std::vector<std::string> files() const { return namesIn(scratch.path() / "app.glimmerly.Glimmerly"); }
 
     ScratchDirectory scratch;
     ScopedEnvironment runtime{"XDG_RUNTIME_DIR", scratch.path().c_str()};
@@ -170,13 +164,6 @@ TEST_F(ScreenshotOverlayWorkflowTest, ShowsOnlyTheNewestHoweverTheyFinish) {
     EXPECT_TRUE(alerts.shown.empty());
 }
 
-TEST_F(ScreenshotOverlayWorkflowTest, TwentyRequestsLeaveOneOverlayAndOneFile) {
-    for (int i = 0; i < 20; ++i)
-        workflow.requestScreenshot(ScreenshotRequestSource::hotkey);
-    queue.runAll();
-    EXPECT_EQ(files(), std::vector{overlay.shown.filename().string()});
-}
-
 TEST_F(ScreenshotOverlayWorkflowTest, ReportsAFailureInTheLogAndToTheUser) {
     fail(startCapture());
     ASSERT_EQ(alerts.shown.size(), 1U);
@@ -219,20 +206,6 @@ TEST_F(ScreenshotOverlayWorkflowTest, TheDurationOfAClockSetBackIsNone) {
     now -= std::chrono::hours(1);
     succeed(first);
     EXPECT_EQ(log.withMessage(discarded).at(0).metadata->at("duration_ms"), "0");
-}
-
-TEST(ScreenshotCaptureSession, KnowsOnlyTheNewest) {
-    ScreenshotCaptureSession session;
-    const Uuid first = Uuid::generate();
-    const Uuid second = Uuid::generate();
-    EXPECT_FALSE(session.isCurrent(first));
-    session.beginSession(first);
-    session.beginSession(second);
-    session.endSessionIfCurrent(first);
-    EXPECT_FALSE(session.isCurrent(first));
-    EXPECT_TRUE(session.isCurrent(second));
-    session.endSessionIfCurrent(second);
-    EXPECT_FALSE(session.isCurrent(second));
 }
 
 } // namespace

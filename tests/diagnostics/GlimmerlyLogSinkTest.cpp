@@ -28,6 +28,12 @@ void wait(GlimmerlyLogSink& sink) {
     (void)sink.eventsURL();
 }
 
+/// Logs a line with that message, and waits until it is written.
+void writeLine(GlimmerlyLogSink& sink, const std::string& message = "line") {
+    sink.write(LogSinkFixture::record(message));
+    wait(sink);
+}
+
 TEST_F(GlimmerlyLogSinkTest, WritesTheExactLine) {
     GlimmerlyLogSink sink(scratch_.path(), clock());
     LogRecord full{GlimmerlyLog::Level::warning,
@@ -82,8 +88,7 @@ TEST_F(GlimmerlyLogSinkTest, PrunesAndClosesToOthersWhatItFinds) {
 TEST_F(GlimmerlyLogSinkTest, AddsToAFileThatCannotBePruned) {
     plant(lineOfAge(700s) + "\xff\n");
     GlimmerlyLogSink sink(scratch_.path(), clock());
-    sink.write(record("new"));
-    wait(sink);
+    writeLine(sink, "new");
     EXPECT_THAT(lines(), ElementsAre(testing::_, "\xff", HasSubstr("new")));
 }
 
@@ -93,11 +98,9 @@ TEST_F(GlimmerlyLogSinkTest, PrunesAtTheFiftiethLine) {
     for (int round = 0; round < 2; ++round) {
         writeContent(file(), lineOfAge(660s));
         for (int i = 0; i < 49; ++i)
-            sink.write(record("line"));
-        wait(sink);
+            writeLine(sink);
         EXPECT_THAT(content(), HasSubstr("planted"));
-        sink.write(record("line"));
-        wait(sink);
+        writeLine(sink);
         EXPECT_THAT(content(), Not(HasSubstr("planted")));
         EXPECT_EQ(lines().size(), 50U);
     }
@@ -105,17 +108,14 @@ TEST_F(GlimmerlyLogSinkTest, PrunesAtTheFiftiethLine) {
 
 TEST_F(GlimmerlyLogSinkTest, PrunesAtALineThirtySecondsAfterTheLastTime) {
     GlimmerlyLogSink sink(scratch_.path(), clock());
-    sink.write(record("first"));
-    wait(sink);
+    writeLine(sink, "first");
     for (int round = 0; round < 2; ++round) {
         plant(content() + lineOfAge(660s));
         advance(29s);
-        sink.write(record("too early"));
-        wait(sink);
+        writeLine(sink, "too early");
         EXPECT_THAT(content(), HasSubstr("planted"));
         advance(1s);
-        sink.write(record("in time"));
-        wait(sink);
+        writeLine(sink, "in time");
         EXPECT_THAT(content(), Not(HasSubstr("planted")));
         EXPECT_THAT(content(), HasSubstr("first"));
     }
@@ -123,11 +123,9 @@ TEST_F(GlimmerlyLogSinkTest, PrunesAtALineThirtySecondsAfterTheLastTime) {
 
 TEST_F(GlimmerlyLogSinkTest, KeepsItsOwnLinesForTenMinutes) {
     GlimmerlyLogSink sink(scratch_.path(), clock());
-    sink.write(record("first"));
-    wait(sink);
+    writeLine(sink, "first");
     advance(300s);
-    sink.write(record("second"));
-    wait(sink);
+    writeLine(sink, "second");
     advance(300s);
     sink.flush();
     EXPECT_THAT(lines(), ElementsAre(HasSubstr("first"), HasSubstr("second")));
@@ -144,8 +142,7 @@ TEST_F(GlimmerlyLogSinkTest, KeepsItsOwnLinesForTenMinutes) {
 
 TEST_F(GlimmerlyLogSinkTest, NoticesThatOthersChangedTheFile) {
     GlimmerlyLogSink sink(scratch_.path(), clock());
-    sink.write(record("line"));
-    wait(sink);
+    writeLine(sink);
     const std::string written = content();
     std::string aged = written;
     aged.replace(aged.find("2026"), 4, "2025");
@@ -158,8 +155,7 @@ TEST_F(GlimmerlyLogSinkTest, NoticesThatOthersChangedTheFile) {
     sink.flush();
     EXPECT_EQ(content(), "") << "changed in place";
 
-    sink.write(record("line"));
-    wait(sink);
+    writeLine(sink);
     changeInPlace();
     sink.write(record("line"));
     sink.flush();
@@ -170,8 +166,7 @@ TEST_F(GlimmerlyLogSinkTest, NoticesThatOthersChangedTheFile) {
         if (isReplaced)
             writeContent(file(), "");
         sink.flush();
-        sink.write(record("line"));
-        wait(sink);
+        writeLine(sink);
         EXPECT_EQ(content(), written) << (isReplaced ? "replaced" : "taken away");
     }
 }
@@ -217,17 +212,14 @@ TEST_F(GlimmerlyLogSinkTest, FollowsNoLinkAndWaitsForNoPipeInPlaceOfItsFile) {
 
 TEST_F(GlimmerlyLogSinkTest, LeavesWholeLinesOnAFullDisk) {
     GlimmerlyLogSink sink(scratch_.path(), clock());
-    sink.write(record("whole"));
-    wait(sink);
+    writeLine(sink, "whole");
     {
         const FileSizeLimit limit(200);
         for (int i = 0; i < 3; ++i)
-            sink.write(record("too much"));
-        wait(sink);
+            writeLine(sink, "too much");
         EXPECT_THAT(lines(), ElementsAre(HasSubstr("whole"))) << "no fragment behind it";
     }
-    sink.write(record("again"));
-    wait(sink);
+    writeLine(sink, "again");
     EXPECT_THAT(lines(), ElementsAre(HasSubstr("whole"), HasSubstr("again")));
     EXPECT_THAT(namesIn(folder()), ElementsAre("events.jsonl"));
 }

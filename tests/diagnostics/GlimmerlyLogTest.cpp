@@ -33,20 +33,13 @@ TEST(GlimmerlyLog, PassesLevelCategoryAndMessageOn) {
     EXPECT_EQ(seen, "0A11B22C33D44E55F6");
 }
 
-TEST(GlimmerlyLog, AddsItsCallerAndNothingElse) {
-    LogCapture log;
-    GlimmerlyLog::warning("A", "plain");
-    const auto expected = "GlimmerlyLogTest.cpp:" + std::to_string(__LINE__ - 1);
-    const LogRecord record = log.records().front();
-    EXPECT_THAT(*record.metadata, ElementsAre(Pair("caller", expected)));
-    EXPECT_EQ(record.errorSummary, std::nullopt);
-}
-
-TEST(GlimmerlyLog, DescribesErrorsButKeepsTheKeysOfTheCaller) {
+TEST(GlimmerlyLog, AddsItsCallerAndDescribesErrorsButKeepsTheKeysItIsGiven) {
     LogCapture log;
     const Error error = Trouble::some;
     GlimmerlyLog::warning("A", "1", {{"size", "3"}}, error);
     GlimmerlyLog::error("A", "2", {{"caller", "me"}, {"errorDomain", "mine"}, {"errorCode", "-1"}}, error);
+    GlimmerlyLog::warning("A", "plain");
+    const auto caller = "GlimmerlyLogTest.cpp:" + std::to_string(__LINE__ - 1);
     const auto records = log.records();
     EXPECT_THAT(*records[0].metadata,
                 ElementsAre(Pair("caller", MatchesRegex("GlimmerlyLogTest\\.cpp:[0-9]+")),
@@ -55,6 +48,8 @@ TEST(GlimmerlyLog, DescribesErrorsButKeepsTheKeysOfTheCaller) {
     EXPECT_THAT(*records[1].metadata,
                 ElementsAre(Pair("caller", "me"), Pair("errorCode", "-1"), Pair("errorDomain", "mine")));
     EXPECT_EQ(records[1].errorSummary, error.description());
+    EXPECT_THAT(*records[2].metadata, ElementsAre(Pair("caller", caller)));
+    EXPECT_EQ(records[2].errorSummary, std::nullopt);
 }
 
 TEST(GlimmerlyLog, NamesTheThreadThatCalled) {

@@ -13,6 +13,16 @@ namespace glimmerly {
 
 /// A sink over a scratch directory and a clock that only the test moves.
 class LogSinkFixture : public testing::Test {
+public:
+    static LogRecord record(std::string message) {
+        return {GlimmerlyLog::Level::info,
+                "Overlay",
+                std::move(message),
+                "main",
+                GlimmerlyLog::Metadata{{"caller", "a.cpp:1"}},
+                {}};
+    }
+
 protected:
     static constexpr WallTime start{std::chrono::sys_days(std::chrono::year(2026) / 11 / 16) +
                                     std::chrono::hours(17)};
@@ -22,14 +32,6 @@ protected:
     }
     void advance(std::chrono::seconds time) { seconds_ += time.count(); }
 
-    static LogRecord record(std::string message) {
-        return {GlimmerlyLog::Level::info,
-                "Overlay",
-                std::move(message),
-                "main",
-                GlimmerlyLog::Metadata{{"caller", "a.cpp:1"}},
-                {}};
-    }
     /// A whole line, with its line feed, as if it had been written `age` before `start`.
     static std::string lineOfAge(std::chrono::seconds age, const std::string& message = "planted") {
         const auto time = std::chrono::floor<std::chrono::milliseconds>(start - age);

@@ -1,5 +1,6 @@
 // The hotkey works whatever the keyboard's state, and every press counts once.
 #include "tests/e2e/support/Session.h"
+#include "tests/support/NoisePicture.h"
 
 namespace glimmerly::e2e {
 namespace {
@@ -99,7 +100,7 @@ TEST(HotkeyPress, WhileAnOverlayIsOpenReplacesIt) {
     const auto firstFiles = session.program.captureFiles();
     ASSERT_EQ(firstFiles.size(), 1U);
 
-    const auto changed = noise(client.size(), 3);
+    const auto changed = noisePicture(client.size(), 3);
     client.setBackground(changed);
     session.robot.pressHotkey();
     ASSERT_TRUE(session.program.waitForLog("Screenshot overlay presenting", 2));

@@ -1,5 +1,6 @@
 // What lands on the clipboard is what the screen showed, bit for bit, at every scale.
 #include "tests/e2e/support/Session.h"
+#include "tests/support/NoisePicture.h"
 
 namespace glimmerly::e2e {
 namespace {
@@ -59,7 +60,7 @@ TEST_P(AtScale, TwoByTwoPointsAreTheLeastThatIsCopied) {
 TEST_P(AtScale, TheOverlayShowsThePixelsThatItCaptured) {
     const auto& client = session.desktop.client();
     ASSERT_TRUE(session.openOverlay());
-    client.setBackground(noise(client.size(), 2));
+    client.setBackground(noisePicture(client.size(), 2));
     session.robot.drag({200, 150}, {1000, 650});
     // Clear of the frame, the tags and the bar's shadow the picture stands untouched, once it is painted.
     const PixelRect inside{220, 200, 760, 380};

@@ -88,22 +88,6 @@ TEST_F(HotkeyRecorderModelTest, RefusesWhatTheDesktopReservesAsLongAsItDoes) {
     EXPECT_FALSE(model->isRecording());
 }
 
-TEST_F(HotkeyRecorderModelTest, TheHotkeyItselfIsRecordedAgain) {
-    model->startRecording();
-    desktop.queue.runAll();
-    desktop.service.press(0, hotkey_modifier::shift | hotkey_modifier::command);
-    desktop.queue.runAll();
-    EXPECT_EQ(desktop.screenshots, 0);
-    desktop.preferences.writes = 0;
-    desktop.events.press({0, shift | command});
-    EXPECT_FALSE(model->isRecording());
-    EXPECT_EQ(desktop.preferences.writes, 1);
-    desktop.queue.runAll();
-    desktop.service.press(0, hotkey_modifier::shift | hotkey_modifier::command);
-    desktop.queue.runAll();
-    EXPECT_EQ(desktop.screenshots, 1);
-}
-
 TEST_F(HotkeyRecorderModelTest, AnnouncesEachChangeBeforeItIsMade) {
     std::vector<bool> recordingBefore;
     model->setOnWillChange([&] { recordingBefore.push_back(model->isRecording()); });

@@ -18,21 +18,11 @@ namespace glimmerly {
 struct TestCertificate {
     explicit TestCertificate(const std::filesystem::path& directory)
         : certificate(directory / "certificate.pem"), key(directory / "key.pem") {
-        const QStringList arguments{"req",
-                                    "-x509",
-                                    "-newkey",
-                                    "ec",
-                                    "-pkeyopt",
-                                    "ec_paramgen_curve:prime256v1",
-                                    "-nodes",
-                                    "-subj",
-                                    "/CN=test",
-                                    "-addext",
-                                    "subjectAltName=IP:127.0.0.1",
-                                    "-keyout",
-                                    key.c_str(),
-                                    "-out",
-                                    certificate.c_str()};
+        const QStringList arguments =
+            QString("req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes"
+                    " -subj /CN=test -addext subjectAltName=IP:127.0.0.1")
+                .split(' ')
+            << "-keyout" << key.c_str() << "-out" << certificate.c_str();
         QProcess openssl;
         openssl.start("openssl", arguments);
         if (!openssl.waitForFinished() || openssl.exitCode() != 0)

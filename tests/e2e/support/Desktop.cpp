@@ -1,5 +1,6 @@
 #include "tests/e2e/support/Desktop.h"
 
+#include "tests/support/NoisePicture.h"
 #include "tests/support/desktop/WaitUntil.h"
 
 #include <fmt/format.h>
@@ -26,7 +27,7 @@ Desktop::Desktop(const Options& options) {
         command.insert(command.begin(), "setxkbmap");
         require(outputOf(command).has_value(), "setxkbmap failed");
     }
-    client_->setBackground(noise(client_->size(), 1));
+    client_->setBackground(noisePicture(client_->size(), 1));
     if (options.windowManager == WindowManager::openbox)
         startWindowManager();
     if (options.panel == Panel::tint2)

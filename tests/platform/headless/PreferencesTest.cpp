@@ -1,6 +1,5 @@
 #include "hotkeys/HotkeySettings.h"
 #include "platform/qt/QtPreferences.h"
-#include "tests/support/FakePreferences.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/ProcessState.h"
 #include "tests/support/ScratchDirectory.h"
@@ -10,46 +9,6 @@
 namespace glimmerly {
 namespace {
 
-using Maker = std::unique_ptr<Preferences> (*)(const std::filesystem::path& file);
-
-class PreferencesContract : public testing::TestWithParam<std::pair<const char*, Maker>> {
-protected:
-    ScratchDirectory scratch;
-    std::unique_ptr<Preferences> preferences = GetParam().second(scratch.path() / "app" / "preferences.ini");
-};
-
-TEST_P(PreferencesContract, KeepBytesUnderTheirKeys) {
-    EXPECT_EQ(preferences->data("a"), std::nullopt);
-    const std::string everyByte = [] {
-        std::string bytes;
-        for (int byte = 0; byte < 256; ++byte)
-            bytes += static_cast<char>(byte);
-        return bytes;
-    }();
-    for (const std::string& bytes : {std::string("[0,12]"), std::string(), everyByte}) {
-        preferences->setData("a", bytes);
-        EXPECT_EQ(preferences->data("a"), bytes);
-    }
-    preferences->setData("b", "two");
-    preferences->remove("a");
-    preferences->remove("a");
-    EXPECT_EQ(preferences->data("a"), std::nullopt);
-    EXPECT_EQ(preferences->data("b"), "two");
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    , PreferencesContract,
-    testing::Values(
-        std::pair<const char*, Maker>{"Fake",
-                                      [](const std::filesystem::path&) -> std::unique_ptr<Preferences> {
-                                          return std::make_unique<FakePreferences>();
-                                      }},
-        std::pair<const char*, Maker>{"Qt",
-                                      [](const std::filesystem::path& file) -> std::unique_ptr<Preferences> {
-                                          return std::make_unique<QtPreferences>(file);
-                                      }}),
-    [](const auto& parameter) { return std::string(parameter.param.first); });
-
 class QtPreferencesTest : public testing::Test {
 protected:
     std::optional<std::string> reread(const char* key) const { return QtPreferences(file).data(key); }
@@ -57,6 +16,26 @@ protected:
     ScratchDirectory scratch;
     const std::filesystem::path file = scratch.path() / "config" / "app" / "preferences.ini";
 };
+
+TEST_F(QtPreferencesTest, KeepBytesUnderTheirKeys) {
+    QtPreferences preferences(file);
+    EXPECT_EQ(preferences.data("a"), std::nullopt);
+    const std::string everyByte = [] {
+        std::string bytes;
+        for (int byte = 0; byte < 256; ++byte)
+            bytes += static_cast<char>(byte);
+        return bytes;
+    }();
+    for (const std::string& bytes : {std::string("[0,12]"), std::string(), everyByte}) {
+        preferences.setData("a", bytes);
+        EXPECT_EQ(preferences.data("a"), bytes);
+    }
+    preferences.setData("b", "two");
+    preferences.remove("a");
+    preferences.remove("a");
+    EXPECT_EQ(preferences.data("a"), std::nullopt);
+    EXPECT_EQ(preferences.data("b"), "two");
+}
 
 TEST_F(QtPreferencesTest, LieInTheConfigurationDirectory) {
     const ScopedEnvironment config("XDG_CONFIG_HOME", "/somewhere");

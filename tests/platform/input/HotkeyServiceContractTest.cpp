@@ -39,15 +39,12 @@ public:
             {hotkey_modifier::option, TestKeyboard::altKey},
             {hotkey_modifier::shift, TestKeyboard::shiftKey},
             {hotkey_modifier::command, TestKeyboard::superKey}};
+        std::vector<std::int64_t> modifiers;
         for (const auto& [flag, key] : modifierKeys) {
             if (carbonFlags & flag)
-                keyboard_.down(key);
+                modifiers.push_back(key);
         }
-        keyboard_.tap(keyCode);
-        for (const auto& [flag, key] : modifierKeys) {
-            if (carbonFlags & flag)
-                keyboard_.up(key);
-        }
+        keyboard_.tap(modifiers, keyCode);
     }
 
 private:

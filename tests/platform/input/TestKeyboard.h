@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace glimmerly {
 
@@ -30,9 +31,15 @@ public:
 
     void down(std::int64_t key) { fake(XCB_KEY_PRESS, key); }
     void up(std::int64_t key) { fake(XCB_KEY_RELEASE, key); }
-    void tap(std::int64_t key) {
+    void tap(std::int64_t key) { tap({}, key); }
+    /// While `modifiers` are held.
+    void tap(const std::vector<std::int64_t>& modifiers, std::int64_t key) {
+        for (const auto modifier : modifiers)
+            down(modifier);
         down(key);
         up(key);
+        for (const auto modifier : modifiers)
+            up(modifier);
     }
 
     /// Sets exactly these modifiers as locked, and the keyboard group.

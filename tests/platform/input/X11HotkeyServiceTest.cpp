@@ -3,6 +3,7 @@
 #include "TestKeyboard.h"
 #include "tests/support/ProcessState.h"
 #include "tests/support/desktop/XServer.h"
+#include "tests/support/desktop/XcbClient.h"
 
 #include <QAbstractEventDispatcher>
 #include <QKeyEvent>
@@ -17,41 +18,23 @@ constexpr std::uint32_t shiftCommand = hotkey_modifier::shift | hotkey_modifier:
 constexpr HotkeyIdentifier ours{0x474C4D52, 1};
 constexpr int bound = 10'000; // milliseconds
 
-/// A client of the server as any other program is one.
-class OtherProgram {
+/// Another program, which wants keys too.
+class OtherProgram : public XcbClient {
 public:
     /// True when it now holds the key with exactly these modifiers.
     bool grabKey(std::int64_t key, int modifiers) {
         const auto request =
-            xcb_grab_key_checked(get(), 0, connection_->root(), static_cast<std::uint16_t>(modifiers),
+            xcb_grab_key_checked(get(), 0, root(), static_cast<std::uint16_t>(modifiers),
                                  TestKeyboard::keycode(key), XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-        return !XcbOwned<xcb_generic_error_t>(xcb_request_check(get(), request));
+        return !Reply<xcb_generic_error_t>(xcb_request_check(get(), request));
     }
     void ungrabKey(std::int64_t key) {
-        xcb_request_check(get(), xcb_ungrab_key_checked(get(), TestKeyboard::keycode(key),
-                                                        connection_->root(), XCB_MOD_MASK_ANY));
+        xcb_ungrab_key(get(), TestKeyboard::keycode(key), root(), XCB_MOD_MASK_ANY);
+        sync();
     }
-    /// Takes the whole keyboard, as an overlay does; the server's status.
-    int grabKeyboard() {
-        const auto request = xcb_grab_keyboard(get(), 0, connection_->root(), XCB_CURRENT_TIME,
-                                               XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-        const XcbOwned<xcb_grab_keyboard_reply_t> reply(xcb_grab_keyboard_reply(get(), request, nullptr));
-        return reply->status;
-    }
-
-    /// Opens a window with the focus and counts how often a key grab takes the keyboard away from it.
-    void watchGrabs() {
-        const std::uint32_t values[] = {1, XCB_EVENT_MASK_FOCUS_CHANGE};
-        const xcb_window_t window = xcb_generate_id(get());
-        xcb_create_window(get(), XCB_COPY_FROM_PARENT, window, connection_->root(), 0, 0, 10, 10, 0,
-                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
-                          XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
-        xcb_map_window(get(), window);
-        xcb_request_check(get(), xcb_set_input_focus_checked(get(), XCB_INPUT_FOCUS_POINTER_ROOT, window,
-                                                             XCB_CURRENT_TIME));
-    }
+    /// How often a key grab has taken the keyboard from a window of this program's.
     int grabsSeen() {
-        while (const XcbOwned<xcb_generic_event_t> event{xcb_poll_for_event(get())}) {
+        while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(get())}) {
             if ((event->response_type & 0x7F) == XCB_FOCUS_OUT &&
                 reinterpret_cast<xcb_focus_out_event_t*>(event.get())->mode == XCB_NOTIFY_MODE_GRAB)
                 ++grabsSeen_;
@@ -60,9 +43,6 @@ public:
     }
 
 private:
-    [[nodiscard]] xcb_connection_t* get() const { return connection_->get(); }
-
-    std::unique_ptr<X11Connection> connection_ = X11Connection::open().value();
     int grabsSeen_ = 0;
 };
 
@@ -81,14 +61,12 @@ protected:
         return service->registerHotkey(virtual_key::ansiA, shiftCommand, ours);
     }
     void holdHotkey(std::int64_t commandKey = TestKeyboard::superKey) {
-        keyboard.down(commandKey);
-        keyboard.down(TestKeyboard::shiftKey);
-        keyboard.down(virtual_key::ansiA);
+        for (const auto key : {commandKey, TestKeyboard::shiftKey, virtual_key::ansiA})
+            keyboard.down(key);
     }
     void releaseHotkey(std::int64_t commandKey = TestKeyboard::superKey) {
-        keyboard.up(virtual_key::ansiA);
-        keyboard.up(TestKeyboard::shiftKey);
-        keyboard.up(commandKey);
+        for (const auto key : {virtual_key::ansiA, TestKeyboard::shiftKey, commandKey})
+            keyboard.up(key);
     }
     void pressHotkey(std::int64_t commandKey = TestKeyboard::superKey) {
         holdHotkey(commandKey);
@@ -168,17 +146,17 @@ TEST_F(X11HotkeyServiceTest, AnotherProgramsGrabOfAnyVariantIsReported) {
 }
 
 TEST_F(X11HotkeyServiceTest, TheOverlayCanTakeTheKeyboardWhileTheKeyIsDown) {
-    OtherProgram overlay;
-    int status = -1;
+    const XcbClient overlay;
+    bool isKeyboardFree = false;
     bool isStillDown = false;
     onPress = [&] {
-        status = overlay.grabKeyboard();
+        isKeyboardFree = overlay.robot.isKeyboardFree();
         isStillDown = keyboard.isDown(virtual_key::ansiA);
     };
     ASSERT_EQ(registerA().status, hotkey_status::success);
     holdHotkey();
     EXPECT_TRUE(waitForPresses(1));
-    EXPECT_EQ(status, XCB_GRAB_STATUS_SUCCESS);
+    EXPECT_TRUE(isKeyboardFree);
     EXPECT_TRUE(isStillDown);
     releaseHotkey();
 }
@@ -186,7 +164,7 @@ TEST_F(X11HotkeyServiceTest, TheOverlayCanTakeTheKeyboardWhileTheKeyIsDown) {
 TEST_F(X11HotkeyServiceTest, AHeldKeyIsOnePress) {
     TestKeyboard::run("xset r rate 30 100");
     OtherProgram other;
-    other.watchGrabs();
+    other.focus(other.open({.overrideRedirect = true}));
     ASSERT_EQ(registerA().status, hotkey_status::success);
     for (int round = 1; round <= 3; ++round) {
         const int grabsBefore = other.grabsSeen();
@@ -209,7 +187,7 @@ TEST_F(X11HotkeyServiceTest, AHeldKeyIsOnePress) {
 TEST_F(X11HotkeyServiceTest, AKeyThatIsDownWhenItBecomesAHotkeyWasNotPressedAsOne) {
     TestKeyboard::run("xset r rate 30 100");
     OtherProgram other;
-    other.watchGrabs();
+    other.focus(other.open({.overrideRedirect = true}));
     holdHotkey();
     ASSERT_EQ(registerA().status, hotkey_status::success);
     EXPECT_TRUE(QTest::qWaitFor([&] { return other.grabsSeen() >= 10; }, bound)) << "the key repeats";

@@ -91,12 +91,5 @@ TEST(QtImagesTest, TemplatesTakeTheColourOfTheTextBesideThem) {
     QApplication::setPalette(before);
 }
 
-TEST(QtImagesTest, ProgramIconKeepsItsColours) {
-    const auto icon = QtImages().applicationIcon();
-    ASSERT_TRUE(icon);
-    const QColor tile = icon->pixmap(QSize(64, 64), 1.0).toImage().pixelColor(32, 56);
-    EXPECT_GT(tile.blue(), tile.red() + 40);
-}
-
 } // namespace
 } // namespace glimmerly

@@ -151,26 +151,5 @@ TEST_F(TrayStatusItemTest, EmbeddedPictureContrastsWithThePanel) {
     }
 }
 
-TEST_F(TrayStatusItemTest, MenuIsOffTheScreenBeforeTheActionRuns) {
-    show();
-    QWidget beneath; // paints itself again where the menu was, as another program would
-    beneath.setStyleSheet("background: #3465a4");
-    beneath.showFullScreen();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&beneath, patience));
-    const QRect area(100, 100, 400, 300);
-    QCursor::setPos(area.topLeft() + QPoint(10, 10));
-    const QImage before = screenImage(area);
-
-    QImage after;
-    QObject::connect(screenshot, &QAction::triggered,
-                     [&] { item.whenMenuHasGone([&] { after = screenImage(area); }); });
-    item.popUpMenu(QCursor::pos());
-    ASSERT_TRUE(eventually([&] { return menu.isVisible() && screenImage(area) != before; }));
-    menu.setActiveAction(screenshot);
-    QTest::keyClick(&menu, Qt::Key_Return);
-    ASSERT_TRUE(eventually([&] { return !after.isNull(); }));
-    EXPECT_EQ(after, before);
-}
-
 } // namespace
 } // namespace glimmerly

@@ -1,11 +1,7 @@
-#include "platform/HotkeyService.h"
 #include "platform/qt/QtLocalEvents.h"
-#include "platform/shortcuts/DesktopShortcuts.h"
-#include "platform/x11/X11KeyboardLayout.h"
-#include "platform/x11/X11WindowManager.h"
 #include "tests/platform/input/TestKeyboard.h"
 #include "tests/platform/x11/X11Desktop.h"
-#include "tests/platform/x11/XcbClient.h"
+#include "tests/support/desktop/XcbClient.h"
 
 #include <QBoxLayout>
 #include <QLineEdit>
@@ -15,9 +11,7 @@
 namespace glimmerly {
 namespace {
 
-using testing::Contains;
 using testing::ElementsAre;
-using testing::Not;
 
 constexpr std::int64_t keyD = 2;
 constexpr std::int64_t tab = 48;
@@ -54,13 +48,6 @@ protected:
             return std::optional<KeyDownEvent>();
         });
     }
-    void press(std::initializer_list<std::int64_t> modifiers, std::int64_t key) {
-        for (const auto modifier : modifiers)
-            keyboard.down(modifier);
-        keyboard.tap(key);
-        for (const auto modifier : modifiers)
-            keyboard.up(modifier);
-    }
     bool waitForPresses(std::size_t count) {
         return runUntil([&] { return seen.size() >= count; });
     }
@@ -81,11 +68,11 @@ TEST_F(LocalEventsTest, AMonitorGetsEveryKeyAndNothingElseDoes) {
     using namespace event_modifier;
     PressCounter reached(first);
     monitor();
-    press({}, virtual_key::ansiA);
-    press({TestKeyboard::controlKey}, keyD);
-    press({TestKeyboard::shiftKey}, tab);
-    press({TestKeyboard::superKey, TestKeyboard::altKey}, virtual_key::ansiZ);
-    press({TestKeyboard::superKey}, keyD); // the window manager's
+    keyboard.tap({}, virtual_key::ansiA);
+    keyboard.tap({TestKeyboard::controlKey}, keyD);
+    keyboard.tap({TestKeyboard::shiftKey}, tab);
+    keyboard.tap({TestKeyboard::superKey, TestKeyboard::altKey}, virtual_key::ansiZ);
+    keyboard.tap({TestKeyboard::superKey}, keyD); // the window manager's
     ASSERT_TRUE(waitForPresses(5));
     EXPECT_THAT(seen,
                 ElementsAre(KeyDownEvent{virtual_key::ansiA, 0}, KeyDownEvent{keyD, control},
@@ -103,7 +90,7 @@ TEST_F(LocalEventsTest, AMonitorGetsEveryKeyAndNothingElseDoes) {
     EXPECT_TRUE(runUntil([&] { return presses.count >= 10; }));
     keyboard.up(virtual_key::escape);
     TestKeyboard::run("xset r rate");
-    press({}, virtual_key::ansiA);
+    keyboard.tap({}, virtual_key::ansiA);
     EXPECT_TRUE(runUntil([&] { return first.text() == "a"; }));
     EXPECT_FALSE(escapeReachedTheWindow) << "it was still held";
     EXPECT_EQ(seen.size(), 6U);
@@ -114,9 +101,9 @@ TEST_F(LocalEventsTest, AMonitorGetsEveryKeyAndNothingElseDoes) {
 TEST_F(LocalEventsTest, WhatALayoutMakesOfAModifierOrOfEscapeCounts) {
     TestKeyboard::setLayout("-layout us,de -option '' -option grp:alt_shift_toggle,caps:escape");
     monitor();
-    press({TestKeyboard::altKey, TestKeyboard::shiftKey}, virtual_key::ansiA);
-    press({TestKeyboard::controlKey}, TestKeyboard::capsLock);
-    press({}, TestKeyboard::capsLock);
+    keyboard.tap({TestKeyboard::altKey, TestKeyboard::shiftKey}, virtual_key::ansiA);
+    keyboard.tap({TestKeyboard::controlKey}, TestKeyboard::capsLock);
+    keyboard.tap({}, TestKeyboard::capsLock);
     ASSERT_TRUE(waitForPresses(3));
     EXPECT_EQ(seen[0].keyCode, virtual_key::ansiA) << "no key to switch the layout";
     EXPECT_EQ(seen[1], (KeyDownEvent{TestKeyboard::capsLock, event_modifier::control}));
@@ -125,38 +112,18 @@ TEST_F(LocalEventsTest, WhatALayoutMakesOfAModifierOrOfEscapeCounts) {
 }
 
 TEST_F(LocalEventsTest, KeysOfTheDesktopAreItsOwnAgainWhenAnotherProgramIsInFront) {
-    const auto other = X11Connection::open().value();
-    const auto isKeyboardFree = [&] {
-        const auto request = xcb_grab_keyboard(other->get(), 0, other->root(), XCB_CURRENT_TIME,
-                                               XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-        const XcbOwned<xcb_grab_keyboard_reply_t> reply(
-            xcb_grab_keyboard_reply(other->get(), request, nullptr));
-        xcb_ungrab_keyboard(other->get(), XCB_CURRENT_TIME);
-        other->sync();
-        return reply->status == XCB_GRAB_STATUS_SUCCESS;
-    };
+    XcbClient program;
+    const auto isKeyboardFree = [&] { return program.robot.isKeyboardFree(); };
     EXPECT_TRUE(isKeyboardFree());
     monitor();
     EXPECT_TRUE(runUntil([&] { return !isKeyboardFree(); }));
     QCoreApplication::processEvents();
-    XcbClient program;
     const xcb_window_t theirs = program.open({});
     EXPECT_TRUE(runUntil([&] { return program.focus(theirs) == theirs && isKeyboardFree(); }));
     window.activateWindow();
     EXPECT_TRUE(runUntil([&] { return window.isActiveWindow() && !isKeyboardFree(); }));
     events.removeMonitor(token);
     EXPECT_TRUE(runUntil(isKeyboardFree));
-}
-
-TEST_F(LocalEventsTest, TheWindowManagersShortcutsAreKnown) {
-    const X11WindowManager manager(X11Connection::open().value());
-    const auto layout = X11KeyboardLayout::open().value();
-    const DesktopShortcuts shortcutsHere(
-        *layout, [&] { return RunningWindowManager{manager.name(), manager.openboxConfigurationFile()}; });
-    const auto reserved = shortcutsHere.copySymbolicHotKeys();
-    EXPECT_THAT(reserved, Contains(SymbolicHotKey{true, keyD, hotkey_modifier::command}));
-    EXPECT_THAT(reserved, Contains(SymbolicHotKey{true, tab, hotkey_modifier::option}));
-    EXPECT_THAT(reserved, Not(Contains(SymbolicHotKey{true, keyD, hotkey_modifier::option})));
 }
 
 } // namespace

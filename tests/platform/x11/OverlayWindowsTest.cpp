@@ -1,6 +1,6 @@
 #include "platform/x11/X11OverlayWindows.h"
 #include "tests/platform/x11/X11Desktop.h"
-#include "tests/platform/x11/XcbClient.h"
+#include "tests/support/desktop/XcbClient.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -128,11 +128,14 @@ protected:
         return window;
     }
     void typeAndExpectInOverlay() {
-        client.robot.press(Key::a);
-        client.robot.release(Key::a);
+        client.robot.type({Key::a});
         EXPECT_TRUE(runUntil([&] { return overlay.content.keys == std::vector<int>{Qt::Key_A}; }));
         overlay.content.keys.clear();
         EXPECT_EQ(client.takeKeyPresses(), 0);
+    }
+    static void runAHundredTurns() {
+        for (int turn = 0; turn < 100; ++turn)
+            QCoreApplication::processEvents();
     }
     [[nodiscard]] bool isOnTop() { return overlay.isSeenAt(client, 150, 80); }
 
@@ -148,8 +151,7 @@ TEST_P(WithAndWithout, HasTheKeyboardAtOnceAndGivesItBackToTheVeryWindow) {
     typeAndExpectInOverlay();
     overlay.windows.orderOut(overlay.content);
     EXPECT_EQ(client.focusedWindow(), other);
-    client.robot.press(Key::a);
-    client.robot.release(Key::a);
+    client.robot.type({Key::a});
     EXPECT_TRUE(runUntil([&] { return client.takeKeyPresses() == 1; }));
 }
 
@@ -176,12 +178,10 @@ TEST_P(WithAndWithout, LetsPopupsThatComeLaterLieAboveIt) {
     overlay.open();
     EXPECT_TRUE(runUntil([&] { return isOnTop(); }));
     const auto candidates = client.open({.area = {100, 50, 200, 100}, .overrideRedirect = true});
-    for (int turn = 0; turn < 100; ++turn)
-        QCoreApplication::processEvents();
+    runAHundredTurns();
     EXPECT_FALSE(isOnTop());
     client.raise(candidates);
-    for (int turn = 0; turn < 100; ++turn)
-        QCoreApplication::processEvents();
+    runAHundredTurns();
     EXPECT_FALSE(isOnTop());
 }
 
@@ -206,8 +206,7 @@ TEST_P(WithAndWithout, GivesWayToOneThatWillNotLoseTheKeyboard) {
         }
         return taken > 10;
     }));
-    for (int turn = 0; turn < 100; ++turn)
-        QCoreApplication::processEvents();
+    runAHundredTurns();
     EXPECT_EQ(client.focusedWindow(), stubborn);
 }
 
@@ -220,26 +219,13 @@ TEST_P(WithAndWithout, SwallowsTheRestOfAKeyHeldWhileItCloses) {
     EXPECT_EQ(client.focusedWindow(), other);
 
     // What the other window would get of a held key it gets of any other pressed meanwhile.
-    client.robot.press(Key::a);
-    client.robot.release(Key::a);
+    client.robot.type({Key::a});
     EXPECT_EQ(client.takeKeyPresses(), 0);
     client.robot.release(Key::escape);
     EXPECT_TRUE(runUntil([&] {
-        client.robot.press(Key::a);
-        client.robot.release(Key::a);
+        client.robot.type({Key::a});
         return client.takeKeyPresses() > 0;
     }));
-}
-
-TEST_P(WithAndWithout, OpensAgainAndAgain) {
-    for (int i = 0; i < 3; ++i) {
-        Overlay another;
-        another.open();
-        EXPECT_EQ(client.focusedWindow(), static_cast<xcb_window_t>(another.content.winId()));
-        EXPECT_TRUE(runUntil([&] { return isOnTop(); }));
-        another.windows.orderOut(another.content);
-        EXPECT_TRUE(runUntil([&] { return !isOnTop(); }));
-    }
 }
 
 INSTANTIATE_TEST_SUITE_P(WindowManagers, WithAndWithout,

@@ -2,7 +2,8 @@
 #include "platform/qt/QtPasteboard.h"
 #include "tests/platform/x11/ClipboardManager.h"
 #include "tests/platform/x11/X11Desktop.h"
-#include "tests/platform/x11/XcbClient.h"
+#include "tests/support/NoisePicture.h"
+#include "tests/support/desktop/XcbClient.h"
 
 #include <QClipboard>
 #include <QImage>
@@ -40,7 +41,7 @@ TEST(Pasteboard, OtherProgramsReadThePixelsOfEverySize) {
     X11Desktop desktop;
     // A property holds 64 KiB with many readers, and a request 16 MiB; beyond it goes in pieces.
     for (const PixelSize size : {PixelSize{1, 1}, PixelSize{200, 200}, PixelSize{2500, 2400}}) {
-        const Bitmap picture = noise(size, 1);
+        const Bitmap picture = noisePicture(size);
         ASSERT_EQ(write(picture), PasteboardOutcome::written);
         const std::string png = read("image/png");
         EXPECT_TRUE(decoded(png) == picture) << size.width << " x " << size.height << ": " << png.size();
@@ -49,7 +50,7 @@ TEST(Pasteboard, OtherProgramsReadThePixelsOfEverySize) {
 
 TEST(Pasteboard, OffersOtherFormatsMadeOnRequest) {
     X11Desktop desktop;
-    const Bitmap picture = noise({30, 20}, 1);
+    const Bitmap picture = noisePicture({30, 20});
     ASSERT_EQ(write(picture), PasteboardOutcome::written);
     const QStringList targets = QString::fromStdString(read("TARGETS")).split('\n');
     for (const char* offered : {"image/png", "image/bmp", "image/jpeg", "TIMESTAMP"})
@@ -67,14 +68,14 @@ TEST(Pasteboard, OffersOtherFormatsMadeOnRequest) {
 
 TEST(Pasteboard, RefusesWhenAnotherProgramWasFaster) {
     X11Desktop desktop;
-    ASSERT_EQ(write(noise({2, 2}, 1)), PasteboardOutcome::written);
+    ASSERT_EQ(write(noisePicture({2, 2})), PasteboardOutcome::written);
     XcbClient other;
     const auto window = other.open({});
     // Within one millisecond of the server's time nobody is faster.
     EXPECT_TRUE(runUntil([&] {
         xcb_set_selection_owner(other.get(), window, other.atom("CLIPBOARD"), XCB_CURRENT_TIME);
         other.sync();
-        return write(noise({2, 2}, 1)) == PasteboardOutcome::refused;
+        return write(noisePicture({2, 2})) == PasteboardOutcome::refused;
     })) << "with the time of an earlier event";
 }
 
@@ -94,7 +95,7 @@ TEST(Pasteboard, LetsGoOfThePixelsOnceTheyAreEncoded) {
 TEST(Pasteboard, AClipboardManagerHasThePictureAfterTheProgramsEnd) {
     X11Desktop desktop;
     ClipboardManager manager;
-    const Bitmap picture = noise({1200, 800}, 1); // too large for one piece of 64 KiB
+    const Bitmap picture = noisePicture({1200, 800}); // too large for one piece of 64 KiB
     ASSERT_EQ(write(picture), PasteboardOutcome::written);
     desktop.application.reset();
     EXPECT_TRUE(decoded(manager.savedPng()) == picture);

@@ -2,9 +2,7 @@
 #include "platform/x11/X11ScreenCapture.h"
 #include "platform/x11/X11Screens.h"
 #include "tests/platform/x11/X11Desktop.h"
-#include "tests/platform/x11/XcbClient.h"
-#include "tests/support/FakeMainQueue.h"
-#include "tests/support/FakeScreenCapture.h"
+#include "tests/support/desktop/XcbClient.h"
 
 #include <QWidget>
 #include <gtest/gtest.h>
@@ -22,15 +20,12 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Runs the main loop until the condition holds.
-using WaitUntil = std::function<bool(const std::function<bool()>&)>;
-
 /// The picture of a display got step by step, each checked.
-Bitmap expectContract(ScreenCapture& capture, const WaitUntil& wait) {
+Bitmap captureStepByStep(ScreenCapture& capture) {
     std::optional<Result<std::vector<ShareableDisplay>>> displays;
     capture.fetchShareableDisplays([&](auto answer) { displays = std::move(answer); });
     EXPECT_FALSE(displays) << "answered from within the call";
-    EXPECT_TRUE(wait([&] { return displays.has_value(); }));
+    EXPECT_TRUE(runUntil([&] { return displays.has_value(); }));
     EXPECT_TRUE(*displays && !(*displays)->empty());
     const ShareableDisplay display = (*displays)->front();
     const ContentFilter filter = capture.contentFilter(display);
@@ -44,24 +39,11 @@ Bitmap expectContract(ScreenCapture& capture, const WaitUntil& wait) {
     std::optional<Result<Bitmap>> image;
     capture.captureImage(filter, configuration, [&](auto answer) { image = std::move(answer); });
     EXPECT_FALSE(image) << "answered from within the call";
-    EXPECT_TRUE(wait([&] { return image.has_value(); }));
+    EXPECT_TRUE(runUntil([&] { return image.has_value(); }));
     EXPECT_TRUE(*image);
     EXPECT_EQ((*image)->width(), configuration.width);
     EXPECT_EQ((*image)->height(), configuration.height);
     return **image;
-}
-
-bool waitOnDesktop(const std::function<bool()>& condition) {
-    return runUntil(condition);
-}
-
-TEST(ScreenCapture, FakeKeepsTheContract) {
-    FakeMainQueue queue;
-    FakeScreenCapture capture(queue);
-    expectContract(capture, [&](const auto& condition) {
-        queue.runAll();
-        return condition();
-    });
 }
 
 /// Fills the root window with random pixels and answers what a capture must make of them.
@@ -119,7 +101,7 @@ TEST_P(OnServer, CapturesEveryPixelAsItIs) {
     for (int i = 0; i < 2; ++i) { // the second one finds everything prepared
         const Bitmap expected = paintRandomly(client, area.size());
         client.sync();
-        EXPECT_EQ(expectContract(capture, waitOnDesktop), expected);
+        EXPECT_EQ(captureStepByStep(capture), expected);
     }
 }
 
@@ -200,28 +182,11 @@ TEST(ScreenCapture, X11LeavesOutAWindowOfOursThatHasJustGone) {
         ASSERT_TRUE(runUntil(
             [&] { return client.pixel(320, 100) == 0xffff00ff && client.pixel(320, 400) == 0xffff00ff; }));
         ours.hide();
-        Bitmap picture = expectContract(capture, waitOnDesktop);
+        Bitmap picture = captureStepByStep(capture);
         for (int y = 0; y < picture.height(); ++y)
             std::ranges::for_each(picture.row(y), [](Bitmap::Pixel& pixel) { pixel |= 0xff000000; });
         EXPECT_EQ(picture, before);
     }
-}
-
-TEST(ScreenCapture, X11ReportsWhatCannotBeCaptured) {
-    X11Desktop desktop;
-    QtMainQueue queue;
-    const X11Screens screens(X11Connection::open().value());
-    X11ScreenCapture capture(X11Connection::open().value(), screens, queue);
-    const auto outcome = [&](std::uint32_t displayID) {
-        std::optional<Result<Bitmap>> image;
-        capture.captureImage({.displayID = displayID, .pointPixelScale = 1, .contentRect = {}}, {},
-                             [&](auto answer) { image = std::move(answer); });
-        QCoreApplication::processEvents();
-        return image.value_or(Bitmap());
-    };
-    const auto displayID = screens.screens().at(0).displayID.value();
-    EXPECT_TRUE(outcome(displayID));
-    EXPECT_EQ(outcome(displayID + 1000).error().code(), ENODEV);
 }
 
 TEST(ScreenCapture, X11RefusesADisplayWithAPalette) {

@@ -1,7 +1,6 @@
 #include "platform/x11/X11Screens.h"
 #include "tests/platform/x11/X11Desktop.h"
-#include "tests/platform/x11/XcbClient.h"
-#include "tests/support/FakeScreens.h"
+#include "tests/support/desktop/XcbClient.h"
 
 #include <QScreen>
 #include <gtest/gtest.h>
@@ -32,12 +31,6 @@ void expectContract(const Screens& screens) {
     EXPECT_EQ(std::ranges::count_if(all, [&](const Screen& screen) { return screen.frame.contains(mouse); }),
               1);
     EXPECT_EQ(screens.screens(), all) << "the same displays keep their numbers";
-}
-
-TEST(Screens, FakeKeepsTheContract) {
-    Screen right = FakeScreens::display({300, 200}, 1.5, 2);
-    right.frame.x = 640;
-    expectContract(FakeScreens({FakeScreens::display({640, 480}), right}));
 }
 
 TEST(Screens, X11KeepsTheContractAndKnowsTheDisplay) {

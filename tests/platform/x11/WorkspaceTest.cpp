@@ -1,6 +1,6 @@
 #include "platform/x11/X11Workspace.h"
 #include "tests/platform/x11/X11Desktop.h"
-#include "tests/platform/x11/XcbClient.h"
+#include "tests/support/desktop/XcbClient.h"
 
 #include <gmock/gmock.h>
 

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "platform/x11/X11Properties.h"
 #include "tests/support/ProcessState.h"
+#include "tests/support/desktop/WaitUntil.h"
 #include "tests/support/desktop/XServer.h"
+#include "tests/support/desktop/XcbClient.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -78,20 +79,14 @@ inline void X11Desktop::startWindowManager() {
     environment["DISPLAY"] = server.display();
     windowManager.emplace(
         ChildProcess::Options{.command = {"openbox", "--sm-disable"}, .environment = environment});
-    const auto connection = X11Connection::open().value();
-    xcb_connection_t* const x = connection->get();
-    const xcb_window_t probe = xcb_generate_id(x);
-    xcb_create_window(x, XCB_COPY_FROM_PARENT, probe, connection->root(), 0, 0, 9, 9, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
-    const auto isManaged = [&] {
-        // Again and again: Openbox may overlook what it is asked while it starts.
-        xcb_map_window(x, probe);
-        const auto clients = connection->atom("_NET_CLIENT_LIST");
-        return std::ranges::count(x11_properties::values(*connection, connection->root(), clients), probe) >
-               0;
-    };
-    for (int tries = 0; !isManaged() && tries < 10'000; ++tries)
-        ::usleep(1000);
+    XcbClient client;
+    const auto probe = client.open({});
+    // Again and again: Openbox may overlook what it is asked while it starts.
+    EXPECT_TRUE(waitUntil([&] {
+        xcb_map_window(client.get(), probe);
+        return std::ranges::count(client.managedWindows(), probe) > 0;
+    }));
+    client.close(probe);
 }
 
 } // namespace glimmerly

@@ -40,7 +40,7 @@ std::optional<xcb_window_t> XClient::windowProperty(xcb_window_t window, std::st
 }
 
 std::string XClient::propertyBytes(xcb_window_t window, std::string_view name) const {
-    const auto cookie = xcb_get_property(connection_, 0, window, atom(name), XCB_ATOM_ANY, 0, 1024);
+    const auto cookie = xcb_get_property(connection_, 0, window, atom(name), XCB_ATOM_ANY, 0, 1U << 24U);
     const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_, cookie, nullptr));
     if (!reply)
         return {};
@@ -154,18 +154,6 @@ Reply<xcb_generic_event_t> XClient::nextEvent(std::chrono::milliseconds limit) c
 
 void XClient::sync() const {
     (void)focusedWindow();
-}
-
-Bitmap noise(PixelSize size, std::uint32_t seed) {
-    Bitmap picture(size);
-    std::uint32_t state = seed * 2654435761U + 1;
-    for (int y = 0; y < size.height; ++y) {
-        for (auto& pixel : picture.row(y)) {
-            state = state * 1664525U + 1013904223U;
-            pixel = 0xFF000000U | (state >> 8U);
-        }
-    }
-    return picture;
 }
 
 } // namespace glimmerly

@@ -68,7 +68,4 @@ private:
     const xcb_screen_t* screen_;
 };
 
-/// A picture in which every pixel differs from those around it; `seed` tells one from another.
-[[nodiscard]] Bitmap noise(PixelSize size, std::uint32_t seed);
-
 } // namespace glimmerly

@@ -86,17 +86,6 @@ TEST_F(PermissionsWindowControllerTest, KeysWorkWhateverHasTheFocus) {
     EXPECT_FALSE(window.isVisible());
 }
 
-TEST_F(PermissionsWindowControllerTest, ThePermissionTurnsTheButtonGreenAndLeavesTheWindow) {
-    show();
-    access.granted = true;
-    controller.model().poll();
-    queue.runAll();
-    EXPECT_FALSE(button("Permission granted").isEnabled());
-    EXPECT_TRUE(window.isVisible());
-    QTest::mouseClick(&button("Continue"), Qt::LeftButton);
-    EXPECT_FALSE(window.isVisible());
-}
-
 TEST_F(PermissionsWindowControllerTest, TextsAThirdLongerStillFit) {
     show();
     for (auto* label : window.findChildren<QLabel*>())

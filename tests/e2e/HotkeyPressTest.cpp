@@ -17,18 +17,10 @@ TEST(HotkeyPress, WorksWithoutAWindowManager) {
     expectACopy(session);
 }
 
-TEST(HotkeyPress, WorksWhateverLockIsOn) {
-    Session session;
-    session.robot.type({Key::capsLock});
-    expectACopy(session);
-    session.robot.type({Key::numLock});
-    expectACopy(session);
-    session.robot.type({Key::capsLock});
-    expectACopy(session);
-}
-
-TEST(HotkeyPress, IsAPlaceOnTheKeyboardInEveryLayout) {
+TEST(HotkeyPress, IsAPlaceOnTheKeyboardWhateverTheLayoutAndTheLocks) {
     Session session(Desktop::Options{.keyboardLayout = {"ru"}});
+    for (const Key lock : {Key::capsLock, Key::numLock})
+        session.robot.type({lock});
     expectACopy(session);
     ASSERT_TRUE(session.desktop.outputOf({"setxkbmap", "fr"}));
     ASSERT_TRUE(waitUntil([&] { return session.program.isHotkeyHeld(); }));

@@ -25,23 +25,6 @@ TEST(StartUp, AHotkeyThatAnotherProgramHoldsIsLoggedAndNothingElseBreaks) {
     EXPECT_EQ(program.process().waitForExit(patience), 0);
 }
 
-TEST(StartUp, ACorruptHotkeyIsLoggedAndReplaced) {
-    Desktop desktop;
-    {
-        const Glimmerly program(desktop);
-        ASSERT_TRUE(waitUntil([&] { return contentOf(program.preferencesFile()).contains("[0,12]"); }));
-    }
-    const auto file = desktop.home() / ".config/app.glimmerly.Glimmerly/preferences.ini";
-    const auto good = contentOf(file);
-    auto bad = good;
-    bad.replace(bad.find("[0,12]"), 6, "[0,12");
-    writeContent(file, bad);
-
-    const Glimmerly program(desktop);
-    EXPECT_EQ(program.log("Corrupt hotkey shortcut in UserDefaults; restoring default ⌘⇧A").size(), 1U);
-    EXPECT_TRUE(waitUntil([&] { return contentOf(file) == good; })) << contentOf(file);
-}
-
 TEST(StartUp, AStoredHotkeyIsTheOneThatWorks) {
     Session session;
     const auto file = session.program.preferencesFile();

@@ -45,15 +45,6 @@ TEST(Directories, AreMadeForTheOwnerAloneWhateverTheUmask) {
     }
 }
 
-TEST(Directories, PrivateOnesAreClosedToOthers) {
-    const ScratchDirectory scratch;
-    const fs::path open = scratch.path() / "open";
-    fs::create_directory(open);
-    fs::permissions(open, fs::perms(0775));
-    ASSERT_TRUE(makePrivateDirectory(open));
-    EXPECT_EQ(modeOf(open), 0700U);
-}
-
 TEST(Directories, PrivateOnesAreNoLinks) {
     const ScratchDirectory scratch;
     fs::create_directory(scratch.path() / "real");

@@ -135,15 +135,12 @@ TEST_F(GlobalHotkeyControllerTest, LogsARefusalAndRegistersTheNextChange) {
     mainQueue.runAll();
     EXPECT_EQ(failures().size(), 2U);
     EXPECT_THAT(service.registrations(), ElementsAre(Registration{49, controlCommand, ours}));
-}
-
-TEST_F(GlobalHotkeyControllerTest, AClearedCombinationIsAParameterErrorWithoutACall) {
-    start();
-    const int callsBefore = service.registrationCalls;
+    const int calls = service.registrationCalls;
     settings.setKeyCombination({});
     mainQueue.runAll();
-    EXPECT_THAT(failures(), ElementsAre("RegisterEventHotKey failed -50"));
-    EXPECT_EQ(service.registrationCalls, callsBefore);
+    EXPECT_EQ(failures().size(), 3U) << "a cleared combination is refused without a call";
+    EXPECT_EQ(failures().back(), "RegisterEventHotKey failed -50");
+    EXPECT_EQ(service.registrationCalls, calls);
     EXPECT_THAT(service.registrations(), IsEmpty());
 }
 

@@ -49,6 +49,7 @@ void AppDelegate::applicationDidFinishLaunching() {
             SettingsWindowController::shared().show();
     });
     TelemetrySink::shared().track(telemetry_event::appLaunch);
+    Platform::current().updates.applicationDidFinishLaunching();
 }
 
 void AppDelegate::applicationWillTerminate() {

@@ -4,16 +4,39 @@
 #include "diagnostics/GlimmerlyLog.h"
 #include "platform/desktop/Desktop.h"
 #include "platform/desktop/SingleInstance.h"
+#include "platform/linux/updates/install/SelfCheck.h"
+#include "platform/linux/updates/install/TrialStart.h"
 
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
+#include <string_view>
+
+namespace {
+
+using namespace glimmerly;
+
+std::unique_ptr<Desktop> openDesktop(int& argc, char** argv, TrialStart& start) {
+    auto desktop = Desktop::open(argc, argv, programBundle(), start);
+    if (desktop)
+        return std::move(*desktop);
+    std::fprintf(stderr, "glimmerly: %s\n", desktop.error().description().c_str());
+    return nullptr;
+}
+
+} // namespace
 
 int main(int argc, char** argv) {
-    using namespace glimmerly;
+    TrialStart start(InstalledFolder::ofThisProcess());
+    if (argc == 2 && std::string_view(argv[1]) == selfCheckOption)
+        return openDesktop(argc, argv, start) ? EXIT_SUCCESS : EXIT_FAILURE;
 
+    start.begin();
     auto instance = SingleInstance::claim();
-    if (instance && !*instance)
+    if (instance && !*instance) {
+        start.end();
         return EXIT_SUCCESS;
+    }
 
     GlimmerlyLog::bootstrap();
     if (instance)
@@ -22,11 +45,9 @@ int main(int argc, char** argv) {
         GlimmerlyLog::warning(log_category::appLifecycle, "Further starts cannot be noticed", {},
                               instance.error());
     AppDelegate delegate;
-    const auto desktop = Desktop::open(argc, argv, programBundle());
-    if (!desktop) {
-        std::fprintf(stderr, "glimmerly: %s\n", desktop.error().description().c_str());
+    const auto desktop = openDesktop(argc, argv, start);
+    if (!desktop)
         return EXIT_FAILURE;
-    }
-    (*desktop)->followStarts(instance ? &**instance : nullptr);
-    return (*desktop)->run(delegate);
+    desktop->followStarts(instance ? &**instance : nullptr);
+    return desktop->run(delegate);
 }

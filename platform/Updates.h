@@ -23,6 +23,7 @@ enum class UpdateErrorCode {
     archiveUnusable = 3000,
     signatureInvalid = 3001, ///< also when the archive's length is not the one that the feed tells
     versionUnexpected = 3002,
+    doesNotRun = 3003, ///< the new version's program, tried before it is installed
     notReplaceable = 4001,
     notInstalled = 4005,
     notRelaunched = 4006,
@@ -98,6 +99,8 @@ public:
 
     /// The process's one controller, its updater started. `delegate` must outlive it.
     [[nodiscard]] virtual std::unique_ptr<UpdaterController> startController(UpdaterDelegate& delegate) = 0;
+    /// This version has started: what was kept for the case that it would not can go.
+    virtual void applicationDidFinishLaunching() = 0;
     /// Gives up what is under way, and installs what waits for the program's end. Returns within a fraction
     /// of a second.
     virtual void applicationWillTerminate() = 0;

@@ -67,7 +67,7 @@ Result<Desktop::XServer> Desktop::XServer::open() {
 }
 
 struct Desktop::Services {
-    Services(QtApplication& app, XServer& server, const BundleInfo& bundle)
+    Services(QtApplication& app, XServer& server, const BundleInfo& bundle, TrialStart& start)
         : screens(std::move(server.forScreens)),
           screenCapture(std::move(server.forScreenCapture), screens, mainQueue),
           screenRecording(bundle.identifier.value_or("")),
@@ -97,7 +97,7 @@ struct Desktop::Services {
                                                          .statusItem = statusItem,
                                                          .http = *http,
                                                          .updates = updates},
-          updates(platform.bundle, app, mainQueue, preferences) {}
+          updates(platform.bundle, start, app, mainQueue, preferences) {}
 
     NotificationCenter notifications;
     QtMainQueue mainQueue;
@@ -129,7 +129,8 @@ struct Desktop::Services {
     LinuxUpdateFramework updates;
 };
 
-Result<std::unique_ptr<Desktop>> Desktop::open(int& argc, char** argv, const BundleInfo& bundle) {
+Result<std::unique_ptr<Desktop>> Desktop::open(int& argc, char** argv, const BundleInfo& bundle,
+                                               TrialStart& start) {
     // Without a server Qt would abort the process.
     if (const auto reachable = X11Connection::open(); !reachable)
         return failure(reachable.error());
@@ -142,12 +143,13 @@ Result<std::unique_ptr<Desktop>> Desktop::open(int& argc, char** argv, const Bun
     auto server = XServer::open();
     if (!server)
         return failure(server.error());
-    return std::unique_ptr<Desktop>(new Desktop(std::move(application), *server, bundle));
+    return std::unique_ptr<Desktop>(new Desktop(std::move(application), *server, bundle, start));
 }
 
-Desktop::Desktop(std::unique_ptr<QtApplication> application, XServer& server, const BundleInfo& bundle)
+Desktop::Desktop(std::unique_ptr<QtApplication> application, XServer& server, const BundleInfo& bundle,
+                 TrialStart& start)
     : application_(std::move(application)),
-      services_(std::make_unique<Services>(*application_, server, bundle)) {
+      services_(std::make_unique<Services>(*application_, server, bundle, start)) {
     Platform::setCurrent(services_->platform);
 }
 
@@ -159,6 +161,8 @@ void Desktop::followStarts(SingleInstance* instance) {
     relaunch_ = std::make_unique<Relaunch>(instance);
     application_->setRelaunch(
         [this](const auto& program, auto completion) { relaunch_->start(program, std::move(completion)); });
+    application_->setNewInstance(
+        [this](auto completion) { services_->updates.openNewInstance(std::move(completion)); });
 }
 
 int Desktop::run(ApplicationDelegate& delegate) {

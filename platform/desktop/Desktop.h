@@ -10,15 +10,16 @@ namespace glimmerly {
 class QtApplication;
 class Relaunch;
 class SingleInstance;
+class TrialStart;
 
 /// The desktop that this process runs on: Qt's application with every service of the desktop, which it makes
 /// the process's platform. One object a process; it must outlive every use of a service.
 class Desktop {
 public:
     /// Sets the process up on the X server that the environment names; an error when there is none. Keeps
-    /// `argc` and `argv` in use.
+    /// `argc` and `argv` in use. `start`, which must outlive the object, ends when launching has finished.
     [[nodiscard]] static Result<std::unique_ptr<Desktop>> open(int& argc, char** argv,
-                                                               const BundleInfo& bundle);
+                                                               const BundleInfo& bundle, TrialStart& start);
     ~Desktop();
     Desktop(const Desktop&) = delete;
     Desktop& operator=(const Desktop&) = delete;
@@ -32,7 +33,8 @@ public:
 private:
     struct XServer;
     struct Services;
-    Desktop(std::unique_ptr<QtApplication> application, XServer& server, const BundleInfo& bundle);
+    Desktop(std::unique_ptr<QtApplication> application, XServer& server, const BundleInfo& bundle,
+            TrialStart& start);
 
     std::unique_ptr<QtApplication> application_;
     std::unique_ptr<Services> services_;

@@ -1,12 +1,10 @@
 #include "platform/desktop/Relaunch.h"
 
 #include "platform/desktop/SingleInstance.h"
+#include "platform/files/ProcessDescriptor.h"
 
 #include <QProcess>
 #include <QSocketNotifier>
-
-#include <sys/syscall.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <utility>
@@ -17,11 +15,6 @@ namespace {
 
 /// A process that has not asked for the right by then does not come to it any more.
 constexpr std::chrono::seconds patience{10};
-
-/// The C library's own header does not serve C++ (2.36).
-FileDescriptor openProcess(pid_t process) {
-    return FileDescriptor(static_cast<int>(::syscall(SYS_pidfd_open, process, 0)));
-}
 
 } // namespace
 

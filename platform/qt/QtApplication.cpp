@@ -108,12 +108,14 @@ void QtApplication::onReopen(std::function<void()> handler) {
         reopen();
 }
 
-void QtApplication::openNewInstance(std::function<void(std::optional<Error>)> completion) {
-    openSuccessor(QCoreApplication::applicationFilePath().toStdString(), std::move(completion));
+void QtApplication::openNewInstance(Completion completion) {
+    if (newInstance_)
+        newInstance_(std::move(completion));
+    else
+        completion(Error::posix(ENOSYS, "Starting the program anew"));
 }
 
-void QtApplication::openSuccessor(const std::filesystem::path& program,
-                                  std::function<void(std::optional<Error>)> completion) {
+void QtApplication::openSuccessor(const std::filesystem::path& program, Completion completion) {
     if (relaunch_)
         relaunch_(program, std::move(completion));
     else

@@ -21,24 +21,27 @@ public:
 
     /// Tells the program that it was started again.
     void reopen();
-    /// What starts the program anew; until it is set, that fails.
-    using Relaunch = std::function<void(const std::filesystem::path& program,
-                                        std::function<void(std::optional<Error>)> completion)>;
+    using Completion = std::function<void(std::optional<Error>)>;
+    /// What opens a successor; until it is set, that fails.
+    using Relaunch = std::function<void(const std::filesystem::path& program, Completion completion)>;
     void setRelaunch(Relaunch relaunch) { relaunch_ = std::move(relaunch); }
+    /// What opens a new instance; until it is set, that fails.
+    using NewInstance = std::function<void(Completion completion)>;
+    void setNewInstance(NewInstance newInstance) { newInstance_ = std::move(newInstance); }
 
     void setActivationPolicy(ActivationPolicy policy) override;
     void activateIgnoringOtherApps() override;
     void terminate() override;
     void onReopen(std::function<void()> handler) override;
-    void openNewInstance(std::function<void(std::optional<Error>)> completion) override;
-    void openSuccessor(const std::filesystem::path& program,
-                       std::function<void(std::optional<Error>)> completion) override;
+    void openNewInstance(Completion completion) override;
+    void openSuccessor(const std::filesystem::path& program, Completion completion) override;
 
 private:
     class Toolkit;
     std::unique_ptr<Toolkit> toolkit_;
     std::function<void()> reopenHandler_;
     Relaunch relaunch_;
+    NewInstance newInstance_;
     enum class Reopening { none, awaitsHandler } reopening_ = Reopening::none;
 };
 

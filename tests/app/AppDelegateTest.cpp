@@ -79,6 +79,7 @@ struct RecordingUpdates : FakeUpdates {
         events.emplace_back("updater started");
         return FakeUpdates::startController(delegate);
     }
+    void applicationDidFinishLaunching() override { events.emplace_back("updater knows of the launch"); }
     void applicationWillTerminate() override { events.emplace_back("updater ended"); }
 };
 
@@ -143,12 +144,13 @@ TEST(AppDelegateTest, StartsAndStopsTheServicesInOrder) {
 
     delegate.applicationDidFinishLaunching();
     const std::string permission = "ScreenRecordingPermission: ";
-    EXPECT_THAT(
-        std::exchange(events, {}),
-        ElementsAre("AppLifecycle: applicationDidFinishLaunching", "Logging: Structured log file path",
-                    "updater started", "status item shown", "hotkey handler installed",
-                    permission + "Checking menu bar status windows for title access",
-                    permission + "No suitable non-owned menu bar windows; using CGPreflight fallback"));
+    EXPECT_THAT(std::exchange(events, {}),
+                ElementsAre("AppLifecycle: applicationDidFinishLaunching",
+                            "Logging: Structured log file path", "updater started", "status item shown",
+                            "hotkey handler installed",
+                            permission + "Checking menu bar status windows for title access",
+                            permission + "No suitable non-owned menu bar windows; using CGPreflight fallback",
+                            "updater knows of the launch"));
 
     // With no display at all, both ways to a screenshot end in the alert, and nowhere else.
     fake.hotkeys.press(0, 0x300);

@@ -62,6 +62,7 @@ public:
         ++controllers;
         return std::make_unique<FakeUpdaterController>(updater, checks);
     }
+    void applicationDidFinishLaunching() override {}
     void applicationWillTerminate() override {}
 
     FakeUpdater updater;

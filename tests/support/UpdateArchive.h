@@ -61,6 +61,16 @@ inline std::string archiveOf(const std::vector<TestEntry>& entries,
     return bytes;
 }
 
+/// An archive as our packaging makes it, of a version whose program is a shell script.
+inline std::string archiveOfVersion(const std::string& version, const std::string& script) {
+    return archiveOf({{.path = "G/bin/glimmerly", .content = "#!/bin/sh\n" + script, .mode = 0755},
+                      {.path = "G/share/glimmerly/archive-contents",
+                       .content = version + "\nbin/glimmerly\nshare/glimmerly/archive-contents\n"}});
+}
+inline std::string archiveOfVersion(const std::string& version) {
+    return archiveOfVersion(version, "exit 0 # " + version);
+}
+
 /// A pair of keys made anew, to sign updates with.
 class SigningKey {
 public:

@@ -34,8 +34,6 @@ struct FakeWork : UpdateWork {
         ++reverts;
         return {};
     }
-    [[nodiscard]] std::filesystem::path program() const override { return "/apps/G/bin/glimmerly"; }
-    void removeLeftovers() override { ++cleanings; }
 
     std::function<void(Feed)> fed;
     std::function<void(DownloadProgress)> progressed;
@@ -45,7 +43,6 @@ struct FakeWork : UpdateWork {
     int cancellations = 0;
     int installs = 0;
     int reverts = 0;
-    int cleanings = 0;
 };
 
 struct RecordingDelegate : UpdaterDelegate {
@@ -73,7 +70,8 @@ protected:
                                                 .delegate = delegate,
                                                 .schedule = schedule,
                                                 .work = with,
-                                                .currentVersion = "1.0"});
+                                                .currentVersion = "1.0",
+                                                .program = "/apps/G/bin/glimmerly"});
         updater->start();
     }
     void launch() { launch(&work); }
@@ -112,7 +110,6 @@ protected:
 
 TEST_F(SoftwareUpdaterTest, TakesAnUpdateFromTheCheckToTheRelaunch) {
     launch();
-    EXPECT_EQ(work.cleanings, 1);
     EXPECT_TRUE(canCheck());
     updater->checkForUpdates();
     EXPECT_EQ(dialogs.shown, "checking");
@@ -199,6 +196,43 @@ TEST_F(SoftwareUpdaterTest, EveryFailureIsToldOnceAndTheNextCheckCanBegin) {
     }
     EXPECT_EQ(work.reverts, 1);
     EXPECT_EQ(application.terminations, 0);
+}
+
+TEST_F(SoftwareUpdaterTest, OpeningTheProgramAnewInstallsWhatIsReadyFirst) {
+    launch();
+    std::vector<bool> opened;
+    const auto open = [&] {
+        updater->openNewInstance([&](const auto& error) { opened.push_back(!error); });
+        EXPECT_EQ(application.successors.back(), "/apps/G/bin/glimmerly");
+    };
+    open();
+    EXPECT_EQ(work.installs, 0);
+    userAccepts("2");
+    open();
+    EXPECT_EQ(work.installs, 1);
+    application.newInstances.back()(Error::posix(ESRCH, "gone"));
+    EXPECT_EQ(work.reverts, 1);
+    EXPECT_EQ(dialogs.shown, "error 4006");
+    EXPECT_EQ(opened, std::vector<bool>{false});
+    dialogs.acknowledge();
+    userAccepts("2");
+    open();
+    application.newInstances.back()(std::nullopt);
+    EXPECT_EQ(opened, (std::vector<bool>{false, true}));
+    updater->applicationWillTerminate();
+    EXPECT_EQ(work.installs, 2);
+}
+
+TEST_F(SoftwareUpdaterTest, AVersionThatDidNotStartIsToldOfAndNotInstalledByItselfAgain) {
+    userAllowedChecks();
+    launch();
+    updater->newerVersionDidNotStart("2");
+    EXPECT_EQ(dialogs.shown, "error 4006");
+    EXPECT_EQ(delegate.aborted, std::vector<int>{4006});
+    dialogs.acknowledge();
+    ASSERT_TRUE(checksByItself());
+    work.fed({{itemOf("2")}});
+    EXPECT_EQ(delegate.notFound.at(0).reason, NoUpdateReason::skipped);
 }
 
 TEST_F(SoftwareUpdaterTest, NothingToOfferIsNoFailure) {

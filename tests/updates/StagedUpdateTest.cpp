@@ -2,8 +2,11 @@
 
 #include "platform/linux/updates/archive/UnpackedFolder.h"
 #include "platform/linux/updates/install/MappedFile.h"
+#include "platform/linux/updates/install/SelfCheck.h"
+#include "platform/linux/updates/install/TrialStart.h"
 #include "tests/support/ScratchDirectory.h"
 #include "tests/support/UpdateArchive.h"
+#include "tests/support/desktop/WaitUntil.h"
 
 #include <gtest/gtest.h>
 
@@ -18,13 +21,6 @@ namespace glimmerly {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// Names what lies in the installed folder, so that a mixture of two versions is seen.
-std::string archiveOfVersion(const std::string& version) {
-    return archiveOf({{.path = "G/bin/glimmerly", .content = version, .mode = 0755},
-                      {.path = "G/share/glimmerly/archive-contents",
-                       .content = version + "\nbin/glimmerly\nshare/glimmerly/archive-contents\n"}});
-}
 
 std::span<const std::byte> bytesOf(const std::string& text) {
     return std::as_bytes(std::span(text));
@@ -41,7 +37,7 @@ protected:
     [[nodiscard]] std::string installedVersion() const {
         const auto program = contentOf(folder / "bin/glimmerly");
         const auto version = archiveVersionIn(folder).value_or("none");
-        return program == version ? version : program + " and " + version;
+        return program.ends_with(" # " + version) ? version : program + " and " + version;
     }
 
     ScratchDirectory scratch;
@@ -142,6 +138,53 @@ TEST_F(StagedUpdateTest, KnowsWhatItMustNotReplace) {
     fs::create_directory(installed.slot());
     fs::permissions(installed.slot(), fs::perms::all);
     EXPECT_FALSE(StagedUpdate::begin(installed)) << "the slot is open to others";
+}
+
+TEST_F(StagedUpdateTest, ANewVersionThatEndsBeforeItHasStartedGivesWayToTheOldOne) {
+    const fs::path ran = scratch.path() / "ran";
+    writeContent(folder / InstalledFolder::program, "#!/bin/sh\n>" + ran.string() + " # 1");
+    for (const bool starts : {false, true}) {
+        auto staged = std::optional(StagedUpdate::begin(installed));
+        ASSERT_TRUE(*staged && (*staged)->unpack(bytesOf(archiveOfVersion("2"))) && (*staged)->install());
+        const pid_t child = ::fork();
+        if (child == 0) {
+            staged.reset(); // no program inherits the lock
+            TrialStart start(installed);
+            start.begin();
+            if (starts)
+                start.end();
+            ::_exit(1);
+        }
+        ASSERT_EQ(::waitpid(child, nullptr, 0), child);
+        EXPECT_EQ(installedVersion(), "2") << "whoever installed it might take it back itself";
+        staged.reset();
+        EXPECT_TRUE(starts || waitUntil([&] { return fs::remove(ran); }));
+        EXPECT_EQ(installedVersion(), starts ? "2" : "1");
+        EXPECT_EQ(installed.removeLeftovers().value_or("none"), starts ? "none" : "2");
+        EXPECT_EQ(scratch.names(), std::vector<std::string>{"Glimmerly-1"});
+    }
+}
+
+TEST(SelfCheck, BelievesOnlyAProgramThatEndsWellAndSoon) {
+    const ScratchDirectory scratch;
+    const fs::path program = scratch.path() / "program";
+    const auto check = [&](const std::string& script, const std::stop_token& stop = {}) {
+        writeContent(program, script);
+        fs::permissions(program, fs::perms::owner_all);
+        const auto outcome =
+            runSelfCheck(program, stop, std::chrono::milliseconds(script.contains("sleep") ? 100 : 10'000));
+        return outcome ? 0 : outcome.error().code();
+    };
+    EXPECT_EQ(check("#!/bin/sh\n[ $# = 1 ] && [ $1 = --self-check ]"), 0);
+    for (const char* script : {"#!/bin/sh\nexit 1", "#!/bin/sh\nkill -SEGV $$", "#!/missing/loader\n",
+                               "\x7f"
+                               "ELF",
+                               ""})
+        EXPECT_NE(check(script), 0) << script;
+    EXPECT_EQ(check("#!/bin/sh\nexec sleep 60"), ETIMEDOUT);
+    std::stop_source stop;
+    stop.request_stop();
+    EXPECT_EQ(check("#!/bin/sh\nread line </dev/zero", stop.get_token()), ECANCELED);
 }
 
 TEST(UpdateSlot, IsHeldByOneAtATimeAlsoWhileItIsTakenAway) {

@@ -38,12 +38,6 @@ private:
     std::deque<std::function<void()>> tasks_;
 };
 
-std::string archiveOfVersion(const std::string& version) {
-    return archiveOf({{.path = "G/bin/glimmerly", .content = version, .mode = 0755},
-                      {.path = "G/share/glimmerly/archive-contents",
-                       .content = version + "\nbin/glimmerly\nshare/glimmerly/archive-contents\n"}});
-}
-
 class UpdateWorkerTest : public testing::Test {
 protected:
     UpdateWorkerTest() {
@@ -97,11 +91,11 @@ TEST_F(UpdateWorkerTest, InstallsWhatIsRightToTheLastBit) {
     const std::string archive = archiveOfVersion("2.0");
     ASSERT_EQ(prepare(offer(archive)), 0);
     EXPECT_EQ(progress.back().received, archive.size());
-    EXPECT_EQ(contentOf(worker.program()), "1.0");
+    EXPECT_EQ(archiveVersionIn(folder), "1.0");
     ASSERT_TRUE(worker.install());
-    EXPECT_EQ(contentOf(worker.program()), "2.0");
+    EXPECT_EQ(archiveVersionIn(folder), "2.0");
     ASSERT_TRUE(worker.revert());
-    EXPECT_EQ(contentOf(worker.program()), "1.0");
+    EXPECT_EQ(archiveVersionIn(folder), "1.0");
     worker.cancel();
     EXPECT_EQ(besides(), std::vector<std::string>{"G"});
 }
@@ -149,6 +143,7 @@ TEST_F(UpdateWorkerTest, UsesNothingElse) {
         {"without a program",
          [&] { return offer(archiveOf({{.path = "G/share/glimmerly/archive-contents", .content = "2.0"}})); },
          3002},
+        {"a program that does not work", [&] { return offer(archiveOfVersion("2.0", "exit 1")); }, 3003},
         {"a path out of it", [&] { return offer(archiveOf({{.path = "G/../../evil", .content = "x"}})); },
          3000},
         {"no archive", [&] { return offer("<html>Not found</html>"); }, 3000},
@@ -158,7 +153,7 @@ TEST_F(UpdateWorkerTest, UsesNothingElse) {
         EXPECT_FALSE(worker.install()) << name;
         EXPECT_EQ(besides(), std::vector<std::string>{"G"}) << name;
     }
-    EXPECT_EQ(contentOf(worker.program()), "1.0");
+    EXPECT_EQ(archiveVersionIn(folder), "1.0");
 }
 
 TEST_F(UpdateWorkerTest, TellsAFeedFromWhatIsNone) {

@@ -22,7 +22,6 @@ SoftwareUpdater::SoftwareUpdater(SoftwareUpdaterServices services)
 void SoftwareUpdater::start() {
     if (services_.work == nullptr)
         return services_.delegate.updaterIsNotConfigured(updateError(UpdateErrorCode::notConfigured));
-    services_.work->removeLeftovers();
     flags_.set(UpdaterFlag::allowsAutomaticUpdates,
                services_.work->replaceability() == Replaceability::replaceable);
     const auto launch = services_.schedule.noteLaunch();
@@ -192,28 +191,51 @@ void SoftwareUpdater::prepared(const Result<void>& outcome) {
 void SoftwareUpdater::showReady(Prominence prominence) {
     services_.dialogs.showReady(*item_, prominence, [this](ReadyAnswer answer) {
         if (answer == ReadyAnswer::installAndRelaunch)
-            install();
+            installAndOpen([this](const auto& error) {
+                if (!error)
+                    services_.mainQueue.post(
+                        [&application = services_.application] { application.terminate(); });
+            });
         else
             services_.dialogs.close(); // it is installed when the program ends
     });
 }
 
-void SoftwareUpdater::install() {
+void SoftwareUpdater::installAndOpen(RelaunchCompletion completion) {
     enter(Phase::installing);
     services_.dialogs.showInstalling(*item_);
-    if (auto installed = services_.work->install(); !installed)
-        return abort(installed.error(), Telling::user);
-    services_.application.openSuccessor(services_.work->program(),
-                                        [this](const auto& error) { relaunched(error); });
+    if (auto installed = services_.work->install(); !installed) {
+        abort(installed.error(), Telling::user);
+        return completion(installed.error());
+    }
+    services_.application.openSuccessor(services_.program,
+                                        [this, completion = std::move(completion)](const auto& error) {
+                                            if (error)
+                                                takeBack(*error);
+                                            completion(error);
+                                        });
 }
 
-void SoftwareUpdater::relaunched(const std::optional<Error>& error) {
-    if (!error) {
-        services_.mainQueue.post([&application = services_.application] { application.terminate(); });
-        return;
-    }
+void SoftwareUpdater::takeBack(const Error& error) {
+    services_.schedule.setSkippedVersion(item_->version);
     const auto reverted = services_.work->revert();
-    abort(reverted ? updateError(UpdateErrorCode::notRelaunched, *error) : reverted.error(), Telling::user);
+    abort(reverted ? updateError(UpdateErrorCode::notRelaunched, error) : reverted.error(), Telling::user);
+}
+
+void SoftwareUpdater::newerVersionDidNotStart(const std::string& version) {
+    if (services_.work == nullptr)
+        return;
+    services_.schedule.setSkippedVersion(version); // it would be installed by itself again
+    abort(updateError(UpdateErrorCode::notRelaunched,
+                      Error("GlimmerlyUpdate", 6, "The version " + version + " ended while it started.")),
+          Telling::user);
+}
+
+void SoftwareUpdater::openNewInstance(RelaunchCompletion completion) {
+    if (phase_ == Phase::ready)
+        installAndOpen(std::move(completion));
+    else
+        services_.application.openSuccessor(services_.program, std::move(completion));
 }
 
 void SoftwareUpdater::cancelledByUser() {

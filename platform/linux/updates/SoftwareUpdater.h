@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QTimer>
 
+#include <filesystem>
 #include <optional>
 
 namespace glimmerly {
@@ -24,17 +25,25 @@ struct SoftwareUpdaterServices {
     UpdateSchedule& schedule;
     UpdateWork* work; ///< none: the bundle names no feed, or no public key
     std::string currentVersion;
+    std::filesystem::path program; ///< where this version lies, or the one that was installed in its place
 };
 
 /// Takes an update from the check to the relaunch, one at a time.
 class SoftwareUpdater final : public QObject, public Updater {
 public:
+    using RelaunchCompletion = std::function<void(std::optional<Error>)>;
+
     explicit SoftwareUpdater(SoftwareUpdaterServices services);
 
     /// Called once: from here on checks are made as scheduled.
     void start();
+    /// The version that was installed in this one's place ended before it had started, and this one is back.
+    void newerVersionDidNotStart(const std::string& version);
     /// A check that the user asked for.
     void checkForUpdates();
+    /// Starts the program anew, as `Application::openNewInstance`: the version that is ready, if there is
+    /// one, which is installed for it.
+    void openNewInstance(RelaunchCompletion completion);
     /// Gives up what is under way; a version that is ready is put in this one's place.
     void applicationWillTerminate();
 
@@ -71,8 +80,8 @@ private:
     void download();
     void prepared(const Result<void>& outcome);
     void showReady(Prominence prominence);
-    void install();
-    void relaunched(const std::optional<Error>& error);
+    void installAndOpen(RelaunchCompletion completion);
+    void takeBack(const Error& error);
 
     void showChecking();
     void showDownloading();

@@ -26,6 +26,8 @@ const char* wordsFor(UpdateErrorCode code) {
                "not installed.";
     case UpdateErrorCode::versionUnexpected:
         return "The update is not the version that was announced. It was not installed.";
+    case UpdateErrorCode::doesNotRun:
+        return "The new version does not run on this computer. It was not installed.";
     case UpdateErrorCode::notReplaceable:
         return "The update cannot be installed in the folder that this program is in.";
     case UpdateErrorCode::notInstalled:

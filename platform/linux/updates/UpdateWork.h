@@ -3,7 +3,6 @@
 #include "platform/linux/updates/feed/Appcast.h"
 #include "platform/linux/updates/install/InstalledFolder.h"
 
-#include <filesystem>
 #include <functional>
 #include <vector>
 
@@ -24,8 +23,8 @@ public:
     virtual ~UpdateWork() = default;
 
     virtual void fetchFeed(std::function<void(Feed)> completion) = 0;
-    /// Downloads the item's archive, makes sure that it may be used, and makes its version ready beside this
-    /// one. `progress` runs on the main thread.
+    /// Downloads the item's archive, makes sure that it may be used, makes its version ready beside this one,
+    /// and has it check itself. `progress` runs on the main thread.
     virtual void prepare(const AppcastItem& item, std::function<void(DownloadProgress)> progress,
                          std::function<void(Result<void>)> completion) = 0;
     /// Gives up what is under way and throws away what was made ready and not installed. Does not wait.
@@ -38,10 +37,6 @@ public:
     [[nodiscard]] virtual Result<void> install() = 0;
     /// Takes that back.
     [[nodiscard]] virtual Result<void> revert() = 0;
-    /// The program that lies in this one's place.
-    [[nodiscard]] virtual std::filesystem::path program() const = 0;
-    /// This version has started: whatever an update left can go.
-    virtual void removeLeftovers() = 0;
 };
 
 } // namespace glimmerly

@@ -166,6 +166,8 @@ Result<void> UpdateWorker::unpack(const AppcastItem& item, const ArrivingArchive
             UpdateErrorCode::versionUnexpected,
             Error("GlimmerlyUpdate", 2,
                   "The archive holds the version " + staged.version().value_or("none") + "."));
+    if (auto checked = staged.check(stop); !checked)
+        return updateFailure(UpdateErrorCode::doesNotRun, checked.error());
     return {};
 }
 
@@ -181,10 +183,6 @@ Result<void> UpdateWorker::revert() {
     if (!staged_)
         return updateFailure(UpdateErrorCode::notInstalled);
     return staged_->revert();
-}
-
-std::filesystem::path UpdateWorker::program() const {
-    return options_.installed.path() / InstalledFolder::program;
 }
 
 } // namespace glimmerly

@@ -39,8 +39,6 @@ public:
     }
     [[nodiscard]] Result<void> install() override;
     [[nodiscard]] Result<void> revert() override;
-    [[nodiscard]] std::filesystem::path program() const override;
-    void removeLeftovers() override { options_.installed.removeLeftovers(); }
 
 private:
     using Progress = std::function<void(DownloadProgress)>;

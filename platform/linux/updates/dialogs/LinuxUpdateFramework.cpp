@@ -3,6 +3,7 @@
 #include "platform/linux/updates/SoftwareUpdater.h"
 #include "platform/linux/updates/UpdateWorker.h"
 #include "platform/linux/updates/dialogs/StandardUpdateDialogs.h"
+#include "platform/linux/updates/install/TrialStart.h"
 
 namespace glimmerly {
 
@@ -13,16 +14,16 @@ std::string versionOf(const BundleInfo& bundle) {
 }
 
 /// None when the bundle names no feed, or no public key.
-std::unique_ptr<UpdateWorker> workerFor(const BundleInfo& bundle, MainQueue& mainQueue) {
+std::unique_ptr<UpdateWorker> workerFor(const BundleInfo& bundle, const InstalledFolder& installed,
+                                        MainQueue& mainQueue) {
     const auto key = UpdateKey::fromBase64(bundle.updatePublicKey.value_or(""));
     if (!bundle.feedURL || !key)
         return nullptr;
-    return std::make_unique<UpdateWorker>(
-        UpdateWorker::Options{.feedURL = *bundle.feedURL,
-                              .key = *key,
-                              .currentVersion = versionOf(bundle),
-                              .installed = InstalledFolder::ofThisProcess()},
-        mainQueue);
+    return std::make_unique<UpdateWorker>(UpdateWorker::Options{.feedURL = *bundle.feedURL,
+                                                                .key = *key,
+                                                                .currentVersion = versionOf(bundle),
+                                                                .installed = installed},
+                                          mainQueue);
 }
 
 } // namespace
@@ -32,14 +33,15 @@ public:
     Controller(LinuxUpdateFramework& framework, UpdaterDelegate& delegate)
         : framework_(framework), dialogs_(framework.bundle_.applicationName()),
           schedule_(framework.preferences_, framework.bundle_.scheduledCheckInterval, systemClock()),
-          work_(workerFor(framework.bundle_, framework.mainQueue_)),
+          work_(workerFor(framework.bundle_, framework.start_.installed(), framework.mainQueue_)),
           updater_({.mainQueue = framework.mainQueue_,
                     .application = framework.application_,
                     .dialogs = dialogs_,
                     .delegate = delegate,
                     .schedule = schedule_,
                     .work = work_.get(),
-                    .currentVersion = versionOf(framework.bundle_)}) {
+                    .currentVersion = versionOf(framework.bundle_),
+                    .program = framework.start_.installed().executable()}) {
         updater_.start();
     }
     ~Controller() override { framework_.controller_ = nullptr; }
@@ -47,6 +49,7 @@ public:
     Controller& operator=(const Controller&) = delete;
 
     [[nodiscard]] Updater& updater() override { return updater_; }
+    [[nodiscard]] SoftwareUpdater& softwareUpdater() { return updater_; }
     void checkForUpdates() override { updater_.checkForUpdates(); }
     void applicationWillTerminate() {
         updater_.applicationWillTerminate();
@@ -61,9 +64,11 @@ private:
     SoftwareUpdater updater_;
 };
 
-LinuxUpdateFramework::LinuxUpdateFramework(const BundleInfo& bundle, Application& application,
-                                           MainQueue& mainQueue, Preferences& preferences)
-    : bundle_(bundle), application_(application), mainQueue_(mainQueue), preferences_(preferences) {}
+LinuxUpdateFramework::LinuxUpdateFramework(const BundleInfo& bundle, TrialStart& start,
+                                           Application& application, MainQueue& mainQueue,
+                                           Preferences& preferences)
+    : bundle_(bundle), start_(start), application_(application), mainQueue_(mainQueue),
+      preferences_(preferences) {}
 
 LinuxUpdateFramework::~LinuxUpdateFramework() = default;
 
@@ -71,6 +76,20 @@ std::unique_ptr<UpdaterController> LinuxUpdateFramework::startController(Updater
     auto controller = std::make_unique<Controller>(*this, delegate);
     controller_ = controller.get();
     return controller;
+}
+
+void LinuxUpdateFramework::applicationDidFinishLaunching() {
+    start_.end();
+    const auto failedVersion = start_.installed().removeLeftovers();
+    if (failedVersion && controller_ != nullptr)
+        controller_->softwareUpdater().newerVersionDidNotStart(*failedVersion);
+}
+
+void LinuxUpdateFramework::openNewInstance(std::function<void(std::optional<Error>)> completion) {
+    if (controller_ != nullptr)
+        controller_->softwareUpdater().openNewInstance(std::move(completion));
+    else
+        application_.openSuccessor(start_.installed().executable(), std::move(completion));
 }
 
 void LinuxUpdateFramework::applicationWillTerminate() {

@@ -1,6 +1,7 @@
 #include "platform/linux/updates/install/InstalledFolder.h"
 
 #include "platform/files/ReadFile.h"
+#include "platform/linux/updates/feed/VersionOrder.h"
 #include "platform/linux/updates/install/UpdateSlot.h"
 
 #include <unistd.h>
@@ -32,8 +33,8 @@ bool holdsOnlyTheArchive(const fs::path& folder, std::string_view contents) {
 
 } // namespace
 
-InstalledFolder::InstalledFolder(const fs::path& executable)
-    : folder_(executable.parent_path().parent_path()) {}
+InstalledFolder::InstalledFolder(fs::path executable)
+    : executable_(std::move(executable)), folder_(executable_.parent_path().parent_path()) {}
 
 InstalledFolder InstalledFolder::ofThisProcess() {
     std::error_code unknown;
@@ -42,6 +43,11 @@ InstalledFolder InstalledFolder::ofThisProcess() {
 
 fs::path InstalledFolder::slot() const {
     return folder_.parent_path() / ("." + folder_.filename().string() + ".update");
+}
+
+bool InstalledFolder::keepsOlderVersion() const {
+    const auto other = archiveVersionIn(otherVersion());
+    return other && compareVersions(*other, archiveVersionIn(folder_).value_or("")) < 0;
 }
 
 Replaceability InstalledFolder::replaceability() const {
@@ -54,10 +60,12 @@ Replaceability InstalledFolder::replaceability() const {
     return Replaceability::replaceable;
 }
 
-void InstalledFolder::removeLeftovers() const {
+std::optional<std::string> InstalledFolder::removeLeftovers() const {
     std::error_code none;
-    if (replaceability() == Replaceability::replaceable && fs::exists(fs::symlink_status(slot(), none)))
-        (void)UpdateSlot::claim(slot()); // which empties it, and takes it away at the end of its life
+    if (!fs::exists(fs::symlink_status(slot(), none)) || replaceability() != Replaceability::replaceable)
+        return std::nullopt;
+    const auto claimed = UpdateSlot::claim(slot()); // which takes it away at the end of its life
+    return claimed ? archiveVersionIn(failedVersion()) : std::nullopt;
 }
 
 std::optional<std::string> archiveVersionIn(const fs::path& folder) {

@@ -26,20 +26,28 @@ public:
     static constexpr auto contentsFile = "share/glimmerly/archive-contents";
 
     /// `executable` is where the program lies.
-    explicit InstalledFolder(const std::filesystem::path& executable);
-    /// That of this process, which must not have been moved since it began.
+    explicit InstalledFolder(std::filesystem::path executable);
+    /// That of this process. To be asked when it begins: an update moves the file that it runs from.
     [[nodiscard]] static InstalledFolder ofThisProcess();
 
     [[nodiscard]] const std::filesystem::path& path() const { return folder_; }
+    [[nodiscard]] const std::filesystem::path& executable() const { return executable_; }
     /// Beside the folder: where a newer version is made ready, and an older one kept.
     [[nodiscard]] std::filesystem::path slot() const;
+    /// In the slot: the newer version until it is installed, from then on the older one.
+    [[nodiscard]] std::filesystem::path otherVersion() const { return slot() / "version"; }
+    /// In the slot: a newer version that was installed, did not start, and was taken back.
+    [[nodiscard]] std::filesystem::path failedVersion() const { return slot() / "failed"; }
+    [[nodiscard]] bool keepsOlderVersion() const;
     [[nodiscard]] Replaceability replaceability() const;
 
     /// Takes away what an update left beside the folder, unless one is under way: once this version has
-    /// started, the one before it is not needed any more.
-    void removeLeftovers() const;
+    /// started, the one before it is not needed any more. Returns the newer version that did not start, if
+    /// that is what was left.
+    std::optional<std::string> removeLeftovers() const;
 
 private:
+    std::filesystem::path executable_;
     std::filesystem::path folder_;
 };
 

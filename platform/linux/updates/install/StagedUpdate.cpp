@@ -4,25 +4,20 @@
 #include "platform/files/PositionedFile.h"
 #include "platform/linux/updates/archive/UnpackedFolder.h"
 #include "platform/linux/updates/feed/VersionOrder.h"
+#include "platform/linux/updates/install/FolderExchange.h"
+#include "platform/linux/updates/install/SelfCheck.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
 
 namespace glimmerly {
 
 namespace {
 
 namespace fs = std::filesystem;
-
-Result<void> exchangeFolders(const fs::path& one, const fs::path& other) {
-    if (::renameat2(AT_FDCWD, one.c_str(), AT_FDCWD, other.c_str(), RENAME_EXCHANGE) != 0)
-        return posixFailure("Exchanging " + one.string() + " and " + other.string());
-    return {};
-}
 
 /// Finds out before anything is fetched; leaves nothing behind.
 Result<void> tryExchange(const fs::path& slot) {
@@ -36,12 +31,6 @@ Result<void> tryExchange(const fs::path& slot) {
     ::rmdir(one.c_str());
     ::rmdir(other.c_str());
     return outcome;
-}
-
-void forceToDisk(const fs::path& directory) {
-    const FileDescriptor opened(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (opened)
-        (void)::fsync(opened.get());
 }
 
 /// The names in them; the files' bytes are there already.
@@ -85,38 +74,29 @@ Result<StagedUpdate> StagedUpdate::begin(const InstalledFolder& installed) {
     return StagedUpdate(installed, std::move(*slot));
 }
 
-fs::path StagedUpdate::other() const {
-    return slot_.path() / "version";
-}
-
 Result<void> StagedUpdate::unpack(std::span<const std::byte> archive, const std::stop_token& stop) {
-    if (::mkdir(other().c_str(), S_IRWXU) != 0)
-        return posixFailure("Making " + other().string());
-    auto folder = UnpackedFolder::open(other(), stop);
+    if (::mkdir(installed_.otherVersion().c_str(), S_IRWXU) != 0)
+        return posixFailure("Making " + installed_.otherVersion().string());
+    auto folder = UnpackedFolder::open(installed_.otherVersion(), stop);
     if (!folder)
         return failure(folder.error());
     if (auto unpacked = readArchive(archive, *folder); !unpacked)
         return unpacked;
     // As whoever unpacks the archive by hand gets it.
-    if (::chmod(other().c_str(), S_IRWXU | S_IRGRP | S_IXGRP | S_IROTH | S_IXOTH) != 0)
-        return posixFailure("Setting the mode of " + other().string());
-    forceFoldersToDisk(other());
+    if (::chmod(installed_.otherVersion().c_str(), S_IRWXU | S_IRGRP | S_IXGRP | S_IROTH | S_IXOTH) != 0)
+        return posixFailure("Setting the mode of " + installed_.otherVersion().string());
+    forceFoldersToDisk(installed_.otherVersion());
     return {};
 }
 
 std::optional<std::string> StagedUpdate::version() const {
-    if (::access((other() / InstalledFolder::program).c_str(), X_OK) != 0)
+    if (::access((installed_.otherVersion() / InstalledFolder::program).c_str(), X_OK) != 0)
         return std::nullopt;
-    return archiveVersionIn(other());
+    return archiveVersionIn(installed_.otherVersion());
 }
 
-Result<void> StagedUpdate::exchange() const {
-    auto exchanged = exchangeFolders(installed_.path(), other());
-    if (exchanged) {
-        forceToDisk(installed_.path().parent_path());
-        forceToDisk(slot_.path());
-    }
-    return exchanged;
+Result<void> StagedUpdate::check(const std::stop_token& stop) const {
+    return runSelfCheck(installed_.otherVersion() / InstalledFolder::program, stop);
 }
 
 Result<void> StagedUpdate::install() {
@@ -128,14 +108,14 @@ Result<void> StagedUpdate::install() {
     if (compareVersions(mine, present) <= 0)
         return failure(
             Error("GlimmerlyUpdate", 3, mine + " is not newer than " + present + ", which is installed."));
-    auto exchanged = exchange();
+    auto exchanged = exchangeFolders(installed_.path(), installed_.otherVersion());
     if (exchanged)
         slot_.keep();
     return exchanged;
 }
 
 Result<void> StagedUpdate::revert() {
-    auto exchanged = exchange();
+    auto exchanged = exchangeFolders(installed_.path(), installed_.otherVersion());
     if (exchanged)
         slot_.doNotKeep();
     return exchanged;

@@ -39,21 +39,18 @@ public:
     /// The version that was unpacked; none without one or without its program.
     [[nodiscard]] std::optional<std::string> version() const;
 
+    /// Has the unpacked version's program check itself; an error unless it works here.
+    [[nodiscard]] Result<void> check(const std::stop_token& stop = {}) const;
+
     /// Puts the unpacked version in the place of the installed one, which is kept. An error when that is
     /// not older, because another process has updated it meanwhile.
     [[nodiscard]] Result<void> install();
     /// Takes that back.
     [[nodiscard]] Result<void> revert();
-    /// The program at the installed place.
-    [[nodiscard]] std::filesystem::path program() const {
-        return installed_.path() / InstalledFolder::program;
-    }
 
 private:
     StagedUpdate(InstalledFolder installed, UpdateSlot slot)
         : installed_(std::move(installed)), slot_(std::move(slot)) {}
-    [[nodiscard]] std::filesystem::path other() const;
-    [[nodiscard]] Result<void> exchange() const;
 
     InstalledFolder installed_;
     UpdateSlot slot_;

@@ -29,7 +29,8 @@ bool isStillAt(const fs::path& path, const FileDescriptor& directory) {
 
 } // namespace
 
-Result<UpdateSlot> UpdateSlot::claim(const fs::path& path) {
+Result<UpdateSlot> UpdateSlot::claim(const fs::path& path, WhenHeld whenHeld) {
+    const int lock = LOCK_EX | (whenHeld == WhenHeld::fail ? LOCK_NB : 0);
     for (;;) {
         if (::mkdir(path.c_str(), S_IRWXU) != 0 && errno != EEXIST)
             return posixFailure("Making " + path.string());
@@ -40,7 +41,7 @@ Result<UpdateSlot> UpdateSlot::claim(const fs::path& path) {
             return posixFailure("Opening " + path.string());
         if (!isOursAlone(directory))
             return failure(Error::posix(EPERM, "The folder " + path.string() + " is not ours alone"));
-        if (::flock(directory.get(), LOCK_EX | LOCK_NB) != 0)
+        if (::flock(directory.get(), lock) != 0)
             return posixFailure("Another update is under way in " + path.string());
         if (isStillAt(path, directory))
             return UpdateSlot(path, std::move(directory));

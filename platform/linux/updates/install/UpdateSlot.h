@@ -10,9 +10,12 @@ namespace glimmerly {
 /// goes away with this object unless `keep` was called.
 class UpdateSlot {
 public:
-    /// The folder `path`, made when missing. An error when another process holds it, or when what stands
-    /// there is a link, another user's, or open to others' writing.
-    [[nodiscard]] static Result<UpdateSlot> claim(const std::filesystem::path& path);
+    enum class WhenHeld { fail, wait }; ///< by another process
+
+    /// The folder `path`, made when missing. An error when what stands there is a link, another user's, or
+    /// open to others' writing.
+    [[nodiscard]] static Result<UpdateSlot> claim(const std::filesystem::path& path,
+                                                  WhenHeld whenHeld = WhenHeld::fail);
     UpdateSlot(UpdateSlot&& other) noexcept = default;
     UpdateSlot& operator=(UpdateSlot&&) = delete;
     ~UpdateSlot();

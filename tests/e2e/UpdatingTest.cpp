@@ -46,6 +46,7 @@ TEST(Updating, WhateverTheServerSendsTheOldVersionGoesOnAndSaysWhy) {
     std::string flipped = archive;
     flipped[archive.size() / 2] = static_cast<char>(flipped[archive.size() / 2] ^ 1);
     const std::string climbing = archiveOf({{.path = "Glimmerly/../../evil", .content = "evil"}});
+    const std::string broken = archiveOfVersion("2.0", "exit 127 # as where a library is missing");
     const std::string bomb =
         R"(<!DOCTYPE r [<!ENTITY a "aaaaaaaaaa"><!ENTITY b "&a;&a;&a;&a;&a;&a;&a;&a;">]>)";
     const struct {
@@ -62,6 +63,7 @@ TEST(Updating, WhateverTheServerSendsTheOldVersionGoesOnAndSaysWhy) {
         {"another key's signature", installation.feed("file", Installation::Signer::somebodyElse), archive,
          didNotWork, 3001},
         {"a path out of the folder", installation.feedFor(climbing), climbing, didNotWork, 3000},
+        {"a program that does not load", installation.feedFor(broken), broken, didNotWork, 3003},
         {"an older version", installation.feed("file", Installation::Signer::us, "0.9"), archive, upToDate,
          1001},
         {"entities in entities", bomb + installation.feed("file"), archive, didNotWork, 1000},
@@ -80,8 +82,9 @@ TEST(Updating, WhateverTheServerSendsTheOldVersionGoesOnAndSaysWhy) {
         }
         ASSERT_TRUE(installation.accept(title));
         ASSERT_TRUE(waitUntil([&] { return !installation.dialog(); }));
+        ASSERT_TRUE(program->waitForLog(message, lines + 1));
         const auto log = program->log(message);
-        ASSERT_EQ(log.size(), lines + 1);
+        EXPECT_EQ(log.size(), lines + 1);
         EXPECT_NE(log.back()["metadata"]["details"].get<std::string>().find(std::to_string(code)),
                   std::string::npos)
             << log.back();
@@ -92,6 +95,49 @@ TEST(Updating, WhateverTheServerSendsTheOldVersionGoesOnAndSaysWhy) {
     EXPECT_FALSE(std::filesystem::exists(installation.folder().parent_path().parent_path() / "evil"));
 }
 
+TEST(Updating, ANewVersionThatDoesNotStartGivesWayToTheOldOneWhichSaysSo) {
+    Installation installation;
+    installation.serve("file/feed.xml", installation.feed("file"));
+    enum class Install { now, atQuit };
+    const struct {
+        const char* endOfNewVersion;
+        Install when;
+        const char* version; ///< that runs in the end
+    } cases[] = {
+        {"loading", Install::now, "1.0"},
+        {"starting", Install::now, "1.0"},
+        {"starting", Install::atQuit, "1.0"},
+        {"", Install::atQuit, "2.0"},
+    };
+    for (const auto& [endOfNewVersion, when, version] : cases) {
+        SCOPED_TRACE(std::string(endOfNewVersion) + (when == Install::now ? " now" : " at quit"));
+        installation.install();
+        auto program = installation.start(endOfNewVersion);
+        const auto lines = program->log(failed).size();
+        ASSERT_TRUE(installation.check());
+        ASSERT_TRUE(installation.accept(offered));
+        if (when == Install::now) {
+            ASSERT_TRUE(installation.accept(ready));
+        } else {
+            ASSERT_TRUE(installation.waitFor(ready));
+            program->process().sendSignal(SIGTERM);
+            ASSERT_EQ(program->process().waitForExit(patience), 0);
+            ASSERT_EQ(installation.version(), "2.0");
+            program = installation.start(endOfNewVersion); // which waits until one of them has started
+        }
+        if (std::string_view(version) == "1.0") {
+            ASSERT_TRUE(installation.accept(didNotWork));
+            ASSERT_TRUE(program->waitForLog(failed, lines + 1));
+            EXPECT_EQ(program->log(failed).back()["metadata"]["errorCode"], "4006");
+        }
+        EXPECT_TRUE(waitUntil([&] { return installation.isAlone(); }));
+        EXPECT_EQ(installation.version(), version);
+        EXPECT_EQ(installation.programs().size(), 1U);
+        EXPECT_TRUE(program->isHotkeyHeld());
+        installation.killPrograms();
+    }
+}
+
 TEST(Updating, AFullDiskLeavesTheOldVersion) {
     Installation installation;
     installation.serve("file/feed.xml", installation.feed("file"));
@@ -99,7 +145,7 @@ TEST(Updating, AFullDiskLeavesTheOldVersion) {
     ASSERT_TRUE(installation.check());
     ASSERT_TRUE(installation.accept(offered));
     ASSERT_TRUE(installation.accept(didNotWork));
-    ASSERT_EQ(program->log(failed).size(), 1U);
+    ASSERT_TRUE(program->waitForLog(failed));
     EXPECT_NE(program->log(failed)[0]["metadata"]["details"].get<std::string>().find("No space left"),
               std::string::npos)
         << program->log(failed)[0];

@@ -78,15 +78,15 @@ void Installation::install() const {
     run("tar -xzf " + scratch_.path().string() + "/old/*.tar.gz -C " + folder_.parent_path().string());
 }
 
-std::unique_ptr<Glimmerly> Installation::start() {
-    return start([] {});
+std::unique_ptr<Glimmerly> Installation::start(const std::string& endOfNewVersion) {
+    return start(endOfNewVersion, [] {});
 }
 
 std::unique_ptr<Glimmerly> Installation::startOnFullDisk() {
     const auto copy = scratch_.path() / "copy";
     fs::copy(folder_, copy, fs::copy_options::recursive);
     const auto size = std::stoull(run("du -sk " + copy.string())) + fs::file_size(archive()) / 1024 + 512;
-    return start([this, copy, options = "size=" + std::to_string(size) + "k"] {
+    return start("", [this, copy, options = "size=" + std::to_string(size) + "k"] {
         const auto apps = folder_.parent_path();
         if (mount("tmpfs", apps.c_str(), "tmpfs", 0, options.c_str()) != 0)
             _exit(125);
@@ -94,9 +94,11 @@ std::unique_ptr<Glimmerly> Installation::startOnFullDisk() {
     });
 }
 
-std::unique_ptr<Glimmerly> Installation::start(const std::function<void()>& prepareDisk) {
+std::unique_ptr<Glimmerly> Installation::start(const std::string& endOfNewVersion,
+                                               const std::function<void()>& prepareDisk) {
     const Environment environment{{"TEST_FEED_URL", server_.url(feedPlace_)},
                                   {"TEST_UPDATE_PUBLIC_KEY", publicKey_},
+                                  {"TEST_END_OF_NEW_VERSION", endOfNewVersion},
                                   {"no_proxy", "127.0.0.1"}};
     const auto beforeExec = [certificate = certificate_.certificate, prepareDisk] {
         mountForThisProcessOnly();
@@ -169,9 +171,13 @@ std::vector<pid_t> Installation::programs() const {
 }
 
 void Installation::killPrograms() const {
-    for (const pid_t process : programs())
-        ::kill(process, SIGKILL);
-    (void)waitUntil([this] { return programs().empty(); });
+    // One that was killed may have another started in its place.
+    (void)waitUntil([this] {
+        const auto running = programs();
+        for (const pid_t process : running)
+            ::kill(process, SIGKILL);
+        return running.empty();
+    });
 }
 
 std::optional<PixelRect> Installation::openMenu(Pixel icon) const {

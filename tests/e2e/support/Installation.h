@@ -20,7 +20,9 @@ public:
 
     /// Unpacks version 1.0 in place of whatever is there.
     void install() const;
-    [[nodiscard]] std::unique_ptr<Glimmerly> start();
+    /// `endOfNewVersion` is the moment at which version 2.0, once installed, ends as by a fault: none, while
+    /// it is "loading" or "starting".
+    [[nodiscard]] std::unique_ptr<Glimmerly> start(const std::string& endOfNewVersion = "");
     /// On a file system with room for the download of the update and not for more.
     [[nodiscard]] std::unique_ptr<Glimmerly> startOnFullDisk();
 
@@ -59,7 +61,8 @@ private:
     void package(const std::string& version, const std::filesystem::path& output) const;
     [[nodiscard]] std::string signatureOf(const std::filesystem::path& file, Signer signer) const;
     [[nodiscard]] std::string feedOf(std::string item) const;
-    [[nodiscard]] std::unique_ptr<Glimmerly> start(const std::function<void()>& prepareDisk);
+    [[nodiscard]] std::unique_ptr<Glimmerly> start(const std::string& endOfNewVersion,
+                                                   const std::function<void()>& prepareDisk);
 
     ScratchDirectory scratch_;
     TestCertificate certificate_{scratch_.path()};

@@ -23,6 +23,8 @@ bool putOlderVersionBack(const InstalledFolder& installed) {
     if (!slot || !installed.keepsOlderVersion())
         return false;
     slot->keep();
+    if (installed.replaceability() != Replaceability::replaceable)
+        return false; // what the user has put there since would be lost
     if (!exchangeFolders(installed.path(), installed.otherVersion()))
         return false;
     std::error_code untold;

@@ -75,7 +75,7 @@ int QtAlerts::runModal(const Alert& alert) {
     box.raise();
     box.activateWindow();
     const std::stop_callback atStop(
-        alert.stop, [&box] { QMetaObject::invokeMethod(&box, &QDialog::reject, Qt::QueuedConnection); });
+        alert.stop, [&box] { QMetaObject::invokeMethod(&box, "reject", Qt::QueuedConnection); });
     box.exec();
 
     const auto chosen = std::ranges::find(buttons, box.clickedButton());

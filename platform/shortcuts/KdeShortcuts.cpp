@@ -103,7 +103,10 @@ std::optional<KeyStroke> parseShortcut(std::string_view text) {
             return {};
         text.remove_prefix(plus + 1);
     }
-    return keyNamed(text, place, carbonFlags);
+    auto keys = keyNamed(text, place, carbonFlags);
+    if (keys)
+        keys->shift = ShiftOfSymbol::implied;
+    return keys;
 }
 
 /// `text` with the escapes of a value undone: first those of every value, then, in a list, those of its

@@ -13,11 +13,18 @@ namespace glimmerly {
 
 class KeyboardLayout;
 
+/// Whether a shortcut with a symbol that takes Shift names Shift beside it.
+enum class ShiftOfSymbol {
+    named,   ///< if it is to be held: the modifiers are meant as they are written
+    implied, ///< never: whoever types the symbol holds it
+};
+
 /// A key with modifiers as the settings of a desktop name it.
 struct KeyStroke {
     xkb_keysym_t symbol = XKB_KEY_NoSymbol;
     std::uint32_t keycode = 0; ///< X keycode of a key that is named by it and not by its symbol
     std::uint32_t carbonFlags = 0;
+    ShiftOfSymbol shift = ShiftOfSymbol::named;
 
     bool operator==(const KeyStroke&) const = default;
 };
@@ -38,8 +45,8 @@ struct DesktopShortcut {
 /// that no hotkey has.
 [[nodiscard]] std::optional<KeyStroke> parseGtkAccelerator(std::string_view text);
 
-/// What to press on `layout` for `shortcut`: each of the keys that have its symbol, with Shift where they
-/// have it only then; empty for none.
+/// What to press on `layout` for `shortcut`: each of the keys that have its symbol, or where none has, those
+/// that have it with Shift; empty for none.
 [[nodiscard]] std::vector<SymbolicHotKey> symbolicHotKeysOf(const DesktopShortcut& shortcut,
                                                             const KeyboardLayout& layout);
 

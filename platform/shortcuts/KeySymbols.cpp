@@ -14,7 +14,7 @@ namespace {
 
 struct NamedKey {
     xkb_keysym_t symbol;
-    std::int64_t virtualKeyCode;
+    std::int32_t virtualKeyCode;
     std::uint32_t carbonFlags = 0; ///< with which the key has the symbol
 };
 
@@ -166,8 +166,11 @@ Places placesOf(const KeyStroke& keys, const KeyboardLayout& layout) {
 std::vector<SymbolicHotKey> symbolicHotKeysOf(const DesktopShortcut& shortcut, const KeyboardLayout& layout) {
     const Places places = placesOf(shortcut.keys, layout);
     std::vector<SymbolicHotKey> hotKeys;
+    std::uint32_t carbonFlags = shortcut.keys.carbonFlags;
+    if (shortcut.keys.shift == ShiftOfSymbol::implied)
+        carbonFlags |= places.carbonFlags;
     for (const std::int64_t code : places.codes)
-        hotKeys.push_back({shortcut.isEnabled, code, shortcut.keys.carbonFlags | places.carbonFlags});
+        hotKeys.push_back({shortcut.isEnabled, code, carbonFlags});
     return hotKeys;
 }
 

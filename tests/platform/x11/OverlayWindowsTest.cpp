@@ -87,7 +87,7 @@ TEST_P(AtScale, EachPixelIsWhereItBelongs) {
     XcbClient client;
     Overlay overlay;
     overlay.open();
-    const int above = static_cast<int>(std::ceil(2 * overlay.screen().backingScale)) / 2;
+    const int above = static_cast<int>(std::ceil(2 * Overlay::screen().backingScale)) / 2;
 
     const auto isPainted = [&] {
         const Bitmap shown = client.pixels({0, 0, 640, 481});
@@ -103,7 +103,7 @@ TEST_P(AtScale, EachPixelIsWhereItBelongs) {
 
     for (const PixelRect at : {PixelRect{0, 0, 1, 1}, PixelRect{333, 101, 1, 1}, PixelRect{639, 480, 1, 1}}) {
         client.robot.moveTo({at.x, at.y});
-        const QPointF expected = QPointF(at.x, at.y + above) / overlay.screen().backingScale;
+        const QPointF expected = QPointF(at.x, at.y + above) / Overlay::screen().backingScale;
         EXPECT_TRUE(runUntil([&] { return (overlay.content.mouse - expected).manhattanLength() < 1e-6; }, 3))
             << at.x << "," << at.y << " arrives at " << overlay.content.mouse.x() << ","
             << overlay.content.mouse.y();
@@ -137,7 +137,7 @@ protected:
         for (int turn = 0; turn < 100; ++turn)
             QCoreApplication::processEvents();
     }
-    [[nodiscard]] bool isOnTop() { return overlay.isSeenAt(client, 150, 80); }
+    [[nodiscard]] bool isOnTop() { return Overlay::isSeenAt(client, 150, 80); }
 
     X11Desktop desktop{{.windowManager = GetParam()}};
     XcbClient client;

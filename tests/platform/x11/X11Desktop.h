@@ -23,7 +23,7 @@ inline bool runUntil(const std::function<bool()>& condition, int seconds = 10) {
     QElapsedTimer elapsed;
     elapsed.start();
     while (!condition()) {
-        if (elapsed.elapsed() > seconds * 1000)
+        if (elapsed.hasExpired(seconds * 1000LL))
             return false;
         QCoreApplication::processEvents(QEventLoop::AllEvents);
         ::usleep(1000);

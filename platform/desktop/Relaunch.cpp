@@ -26,19 +26,19 @@ Relaunch::Relaunch(SingleInstance* instance) : instance_(instance) {
 
 Relaunch::~Relaunch() = default;
 
-void Relaunch::start(const std::filesystem::path& path, Completion completion) {
+void Relaunch::start(const std::filesystem::path& program, Completion completion) {
     if (completion_)
         return completion(Error::posix(EBUSY, "Another new process is starting"));
     // Beside it the new process would find the hotkey and the log in use.
     if (!instance_)
         return completion(Error::posix(ENOLCK, "Handing over the right to run"));
-    QProcess program;
-    program.setProgram(QString::fromStdString(path.string()));
+    QProcess starting;
+    starting.setProgram(QString::fromStdString(program.string()));
     qint64 process = 0;
-    const bool isStarted = program.startDetached(&process);
+    const bool isStarted = starting.startDetached(&process);
     completion_ = std::move(completion);
     if (!isStarted)
-        return complete(Error::posix(errno, "Starting " + path.string()));
+        return complete(Error::posix(errno, "Starting " + program.string()));
     // It claims the right at the earliest while our main loop runs, so it finds us prepared.
     const auto pid = static_cast<pid_t>(process);
     instance_->giveTo(pid, [this] { complete(std::nullopt); });

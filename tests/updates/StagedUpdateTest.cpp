@@ -10,11 +10,11 @@
 
 #include <gtest/gtest.h>
 
-#include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <atomic>
+#include <csignal>
 #include <thread>
 
 namespace glimmerly {
@@ -176,10 +176,8 @@ TEST(SelfCheck, BelievesOnlyAProgramThatEndsWellAndSoon) {
         return outcome ? 0 : outcome.error().code();
     };
     EXPECT_EQ(check("#!/bin/sh\n[ $# = 1 ] && [ $1 = --self-check ]"), 0);
-    for (const char* script : {"#!/bin/sh\nexit 1", "#!/bin/sh\nkill -SEGV $$", "#!/missing/loader\n",
-                               "\x7f"
-                               "ELF",
-                               ""})
+    for (const char* script :
+         {"#!/bin/sh\nexit 1", "#!/bin/sh\nkill -SEGV $$", "#!/missing/loader\n", "\177ELF", ""})
         EXPECT_NE(check(script), 0) << script;
     EXPECT_EQ(check("#!/bin/sh\nexec sleep 60"), ETIMEDOUT);
     std::stop_source stop;

@@ -14,6 +14,11 @@ namespace {
 constexpr long maxRedirects = 5;
 constexpr int waitMilliseconds = 60'000; // libcurl wakes up earlier for whatever happens
 
+Error statusError(long status) {
+    return curlError(CURLE_HTTP_RETURNED_ERROR,
+                     "The server answered with the status " + std::to_string(status));
+}
+
 /// What arrives, on its way to whoever asked for it.
 struct Reception {
     const HttpDownload& download;
@@ -30,10 +35,10 @@ struct Reception {
     bool take(std::span<const char> bytes) {
         long status = 0;
         (void)curl_easy_getinfo(transfer, CURLINFO_RESPONSE_CODE, &status);
-        if (status != httpOk)
-            return true; // the outcome tells
         received += bytes.size();
-        if (received > download.largest)
+        if (status != httpOk)
+            error = statusError(status);
+        else if (received > download.largest)
             error = curlError(CURLE_FILESIZE_EXCEEDED, "The server sends more than it said");
         else if (auto taken = receive(std::as_bytes(bytes)); !taken)
             error = taken.error();
@@ -47,8 +52,7 @@ struct Reception {
         long status = 0;
         (void)curl_easy_getinfo(transfer, CURLINFO_RESPONSE_CODE, &status);
         if (status != httpOk)
-            return failure(curlError(CURLE_HTTP_RETURNED_ERROR,
-                                     "The server answered with the status " + std::to_string(status)));
+            return failure(statusError(status));
         return {};
     }
 
@@ -64,6 +68,7 @@ void setUp(Reception& reception) {
     setOption(curl, CURLOPT_FOLLOWLOCATION, 1L);
     setOption(curl, CURLOPT_MAXREDIRS, maxRedirects);
     setOption(curl, CURLOPT_CONNECTTIMEOUT, static_cast<long>(download.patience));
+    setOption(curl, CURLOPT_TIMEOUT, static_cast<long>(download.longest));
     setOption(curl, CURLOPT_LOW_SPEED_LIMIT, 1L);
     setOption(curl, CURLOPT_LOW_SPEED_TIME, static_cast<long>(download.patience));
     setOption(curl, CURLOPT_WRITEFUNCTION,

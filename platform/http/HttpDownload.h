@@ -15,6 +15,7 @@ struct HttpDownload {
     std::string url;
     std::uint64_t largest = 0;            ///< bytes; what is longer fails
     int patience = 30;                    ///< seconds without a connection, or without a byte
+    int longest = 0;                      ///< seconds for all of it; 0: no limit
     std::string certificateAuthorities{}; ///< a PEM file in place of the system's; empty: the system's
 };
 
@@ -22,7 +23,8 @@ struct HttpDownload {
 using ReceiveBytes = std::function<Result<void>(std::span<const std::byte>)>;
 
 /// Fetches `download` over HTTPS, redirects to other servers included, and waits for it; an error unless all
-/// of it came with the status 200. Gives up within a fraction of a second of `stop`.
+/// of it came with the status 200; the body of any other answer is not read. Gives up within a fraction of a
+/// second of `stop`.
 [[nodiscard]] Result<void> fetch(const HttpDownload& download, const ReceiveBytes& receive,
                                  const std::stop_token& stop);
 

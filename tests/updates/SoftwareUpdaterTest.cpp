@@ -283,6 +283,17 @@ TEST_F(SoftwareUpdaterTest, ChecksByItselfOnceAllowedAndNeverAtTheFirstLaunch) {
     launch();
     EXPECT_EQ(dialogs.shown, "permission");
     EXPECT_FALSE(checksByItself(100ms));
+    updater->checkForUpdates();
+    EXPECT_EQ(dialogs.shown, "checking") << "in place of the question";
+    dialogs.acknowledge();
+    launch();
+    EXPECT_EQ(dialogs.shown, "permission") << "unanswered";
+    updater->setAutomaticallyChecksForUpdates(false);
+    EXPECT_EQ(dialogs.shown, "nothing") << "the switch answers";
+    preferences.remove(UpdateSchedule::checksKey);
+    preferences.remove(UpdateSchedule::lastCheckKey);
+    delegate.aborted.clear();
+    launch();
     dialogs.permission(PermissionAnswer::doNotCheck);
     launch();
     EXPECT_EQ(dialogs.shown, "nothing") << "asked once";
@@ -295,8 +306,8 @@ TEST_F(SoftwareUpdaterTest, ChecksByItselfOnceAllowedAndNeverAtTheFirstLaunch) {
     EXPECT_EQ(dialogs.shown, "nothing");
     EXPECT_EQ(delegate.aborted, std::vector<int>{1002});
     launch();
-    EXPECT_FALSE(checksByItself(100ms)) << "not before the interval is over";
-    now += 24h;
+    EXPECT_FALSE(checksByItself(100ms)) << "not at once";
+    now += 1h;
     launch();
     ASSERT_TRUE(checksByItself());
     updater->checkForUpdates();

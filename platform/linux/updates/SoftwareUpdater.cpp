@@ -36,7 +36,8 @@ void SoftwareUpdater::start() {
 void SoftwareUpdater::enter(Phase phase) {
     phase_ = phase;
     flags_.set(UpdaterFlag::canCheckForUpdates,
-               services_.work != nullptr && (phase == Phase::idle || phase == Phase::ready));
+               services_.work != nullptr &&
+                   (phase == Phase::idle || phase == Phase::ready || phase == Phase::askingPermission));
     if (phase == Phase::idle) {
         item_.reset();
         scheduleNextCheck();
@@ -62,14 +63,16 @@ void SoftwareUpdater::scheduledTimeHasCome() {
 }
 
 void SoftwareUpdater::permissionAnswered(PermissionAnswer answer) {
-    services_.dialogs.close();
-    enter(Phase::idle);
     setAutomaticallyChecksForUpdates(answer == PermissionAnswer::check);
 }
 
 void SoftwareUpdater::setAutomaticallyChecksForUpdates(bool checks) {
     services_.schedule.setUserWantsChecks(checks);
     flags_.set(UpdaterFlag::automaticallyChecksForUpdates, checks);
+    if (phase_ == Phase::askingPermission) { // which is answered with this
+        services_.dialogs.close();
+        enter(Phase::idle);
+    }
     scheduleNextCheck();
 }
 
@@ -84,7 +87,7 @@ void SoftwareUpdater::checkForUpdates() {
     if (services_.work == nullptr)
         return services_.dialogs.showError(updateError(UpdateErrorCode::notConfigured),
                                            [this] { services_.dialogs.close(); });
-    if (phase_ == Phase::idle)
+    if (phase_ == Phase::idle || phase_ == Phase::askingPermission) // asked again at the next launch
         check(CheckInitiator::user);
     else if (phase_ == Phase::ready)
         showReady(Prominence::inFront);
@@ -110,8 +113,11 @@ void SoftwareUpdater::showChecking() {
 }
 
 void SoftwareUpdater::feedArrived(const UpdateWork::Feed& feed) {
-    if (!feed)
+    if (!feed) {
+        if (isCode(feed.error(), UpdateErrorCode::feedUnreachable))
+            services_.schedule.noteUnreachable();
         return abort(feed.error(), tellingOfInitiator());
+    }
     const bool isUser = initiator_ == CheckInitiator::user;
     const auto choice =
         chooseUpdate(*feed, {.currentVersion = services_.currentVersion,

@@ -29,8 +29,16 @@ seconds UpdateSchedule::interval() const {
 }
 
 void UpdateSchedule::noteCheck() {
-    const auto now = std::chrono::duration_cast<seconds>(clock_().time_since_epoch());
-    preferences_.setData(lastCheckKey, std::to_string(now.count()));
+    setLastCheck(clock_());
+}
+
+void UpdateSchedule::noteUnreachable() {
+    setLastCheck(clock_() - (interval() - std::min(interval(), retryInterval)));
+}
+
+void UpdateSchedule::setLastCheck(WallTime time) {
+    const auto sinceEpoch = std::chrono::duration_cast<seconds>(time.time_since_epoch());
+    preferences_.setData(lastCheckKey, std::to_string(sinceEpoch.count()));
 }
 
 seconds UpdateSchedule::untilNextCheck() const {

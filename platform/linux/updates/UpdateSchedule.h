@@ -21,6 +21,8 @@ public:
     static constexpr std::chrono::seconds defaultInterval = std::chrono::days(1);
     static constexpr std::chrono::seconds shortestInterval = std::chrono::minutes(1);
 
+    static constexpr std::chrono::seconds retryInterval = std::chrono::hours(1);
+
     enum class Launch { first, later };
 
     /// `bundleInterval`, in seconds, counts unless the preferences hold another. `preferences` must outlive
@@ -38,6 +40,8 @@ public:
 
     [[nodiscard]] std::chrono::seconds interval() const;
     void noteCheck();
+    /// The check found no server: the next one is due after `retryInterval`, or `interval` if that is less.
+    void noteUnreachable();
     /// 0 when a check is due, as it is when the last one lies in the future.
     [[nodiscard]] std::chrono::seconds untilNextCheck() const;
 
@@ -45,6 +49,7 @@ public:
     void setSkippedVersion(const std::string& version) { preferences_.setData(skippedKey, version); }
 
 private:
+    void setLastCheck(WallTime time);
     [[nodiscard]] std::optional<bool> boolean(std::string_view key) const;
     [[nodiscard]] std::optional<double> number(std::string_view key) const;
 

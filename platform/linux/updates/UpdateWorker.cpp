@@ -14,6 +14,7 @@ namespace glimmerly {
 
 namespace {
 
+constexpr int longestFetchOfFeed = 60;               // seconds; a byte now and then is no answer
 constexpr std::uint64_t largestArchive = 512u << 20; // bytes
 
 std::unexpected<Error> updateFailure(UpdateErrorCode code, const std::optional<Error>& cause = {}) {
@@ -89,6 +90,7 @@ UpdateWork::Feed UpdateWorker::feed(const std::stop_token& stop) const {
     const auto fetched = fetch(
         {.url = options_.feedURL,
          .largest = 2 * appcast_limits::feed, // the reader refuses it earlier
+         .longest = longestFetchOfFeed,
          .certificateAuthorities = options_.certificateAuthorities},
         [&](std::span<const std::byte> bytes) {
             auto added = reader.add({reinterpret_cast<const char*>(bytes.data()), bytes.size()});

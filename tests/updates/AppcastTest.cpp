@@ -98,6 +98,10 @@ TEST(UpdateChoice, OffersTheNewestThatAppliesOrSaysWhyNot) {
         {"this one", item("1.0.0") + item("0.9"), "", NoUpdateReason::onLatestVersion},
         {"none", "", "", NoUpdateReason::unknown},
         {"those of a channel only", item("2", "<u:channel>beta</u:channel>"), "", NoUpdateReason::unknown},
+        {"one for another architecture",
+         item("3", "<u:architecture>arm64</u:architecture>") +
+             item("1.1", "<u:architecture>x86_64</u:architecture>"),
+         "1.1"},
         {"one that fits before a newer that does not",
          item("3", "<u:minimumSystemVersion>9</u:minimumSystemVersion>") + item("1.1"), "1.1"},
         {"one that does not fit",
@@ -108,9 +112,10 @@ TEST(UpdateChoice, OffersTheNewestThatAppliesOrSaysWhyNot) {
         {"a newer one than the skipped", item("1.5") + item("1.6"), "1.6"},
     };
     for (const auto& [name, items, offered, reason] : cases) {
-        const auto choice =
-            chooseUpdate(read(feedOf(items)).value(),
-                         {.currentVersion = "1.0", .systemVersion = "2.36", .skippedVersion = "1.5"});
+        const auto choice = chooseUpdate(read(feedOf(items)).value(), {.currentVersion = "1.0",
+                                                                       .systemVersion = "2.36",
+                                                                       .architecture = "x86_64",
+                                                                       .skippedVersion = "1.5"});
         EXPECT_EQ(choice.item ? choice.item->version : "", offered) << name;
         EXPECT_EQ(choice.item ? NoUpdateReason::unknown : choice.reason, reason) << name;
     }

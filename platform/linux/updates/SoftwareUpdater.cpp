@@ -5,6 +5,8 @@
 #include "platform/linux/updates/UpdateError.h"
 #include "platform/linux/updates/feed/UpdateChoice.h"
 
+#include <QSysInfo>
+
 #include <algorithm>
 
 namespace glimmerly {
@@ -122,6 +124,7 @@ void SoftwareUpdater::feedArrived(const UpdateWork::Feed& feed) {
     const auto choice =
         chooseUpdate(*feed, {.currentVersion = services_.currentVersion,
                              .systemVersion = runningSystemVersion(),
+                             .architecture = QSysInfo::buildCpuArchitecture().toStdString(),
                              .skippedVersion = isUser ? "" : services_.schedule.skippedVersion()});
     if (!choice.item)
         return nothingToOffer(choice.reason);
@@ -162,7 +165,7 @@ void SoftwareUpdater::offerAnswered(UpdateAnswer answer) {
     if (answer == UpdateAnswer::skip)
         services_.schedule.setSkippedVersion(item_->version);
     if (answer == UpdateAnswer::openDownloadPage)
-        services_.dialogs.openPage(item_->link.empty() ? item_->enclosure.url : item_->link);
+        services_.dialogs.openPage(item_->link.empty() ? services_.downloadPage : item_->link);
     services_.dialogs.close();
     enter(Phase::idle);
 }

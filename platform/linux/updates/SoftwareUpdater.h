@@ -26,6 +26,7 @@ struct SoftwareUpdaterServices {
     UpdateWork* work; ///< none: the bundle names no feed, or no public key
     std::string currentVersion;
     std::filesystem::path program; ///< where this version lies, or the one that was installed in its place
+    std::string downloadPage{};    ///< for items that name none
 };
 
 /// Takes an update from the check to the relaunch, one at a time.

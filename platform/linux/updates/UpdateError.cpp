@@ -44,12 +44,18 @@ bool isFullDisk(const std::optional<Error>& cause) {
     return cause && cause->domain() == "POSIX" && (cause->code() == ENOSPC || cause->code() == EDQUOT);
 }
 
+bool isHeldByAnother(const std::optional<Error>& cause) {
+    return cause && cause->domain() == "POSIX" && cause->code() == EWOULDBLOCK;
+}
+
 } // namespace
 
 Error updateError(UpdateErrorCode code, const std::optional<Error>& cause) {
-    const char* words = isFullDisk(cause)
-                            ? "There is not enough room on the disk for the update. Nothing was changed."
-                            : wordsFor(code);
+    const char* words = wordsFor(code);
+    if (isFullDisk(cause))
+        words = "There is not enough room on the disk for the update. Nothing was changed.";
+    else if (isHeldByAnother(cause))
+        words = "Another copy of this program is being updated right now. Please try again later.";
     Error error(std::string(updateErrorDomain), static_cast<int>(code), words);
     if (!cause)
         return error;

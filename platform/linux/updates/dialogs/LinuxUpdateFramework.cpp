@@ -41,7 +41,8 @@ public:
                     .schedule = schedule_,
                     .work = work_.get(),
                     .currentVersion = versionOf(framework.bundle_),
-                    .program = framework.start_.installed().executable()}) {
+                    .program = framework.start_.installed().executable(),
+                    .downloadPage = framework.bundle_.websiteURL}) {
         updater_.start();
     }
     ~Controller() override { framework_.controller_ = nullptr; }

@@ -175,6 +175,7 @@ std::string* AppcastReader::Parser::fieldFor(const Name& name) {
         {"version", true, &item_.version},
         {"shortVersionString", true, &item_.shortVersion},
         {"minimumSystemVersion", true, &item_.minimumSystemVersion},
+        {"architecture", true, &item_.architecture},
         {"channel", true, &item_.channel},
     };
     for (const auto& field : fields) {
@@ -220,7 +221,7 @@ void AppcastReader::Parser::close() {
 void AppcastReader::Parser::closeItem() {
     itemDepth_ = 0;
     for (std::string* text : {&item_.title, &item_.version, &item_.shortVersion, &item_.minimumSystemVersion,
-                              &item_.channel, &item_.notes, &item_.link})
+                              &item_.architecture, &item_.channel, &item_.notes, &item_.link})
         *text = std::string(trimmedWhitespace(*text));
     if (isComplete(item_))
         items_.push_back(std::move(item_));

@@ -28,7 +28,8 @@ struct AppcastItem {
     std::string version{};
     std::string shortVersion{}; ///< the version as people know it; empty: `version`
     std::string minimumSystemVersion{};
-    std::string channel{}; ///< empty: for everybody
+    std::string architecture{}; ///< empty: every one
+    std::string channel{};      ///< empty: for everybody
     std::string notes{};
     NotesFormat notesFormat = NotesFormat::html;
     std::string link{}; ///< the page to fetch it from by hand

@@ -13,6 +13,10 @@ bool runsHere(const AppcastItem& item, const UpdateApplicability& applicability)
            compareVersions(item.minimumSystemVersion, applicability.systemVersion) <= 0;
 }
 
+bool isBuiltFor(const AppcastItem& item, const std::string& architecture) {
+    return item.architecture.empty() || item.architecture == architecture;
+}
+
 bool isSkipped(const AppcastItem& item, const UpdateApplicability& applicability) {
     return item.urgency != Urgency::critical && !applicability.skippedVersion.empty() &&
            item.version == applicability.skippedVersion;
@@ -29,7 +33,7 @@ UpdateChoice chooseUpdate(std::span<const AppcastItem> feed, const UpdateApplica
     const AppcastItem* newest = nullptr;
     const AppcastItem* newestHere = nullptr;
     for (const auto& item : feed) {
-        if (!item.channel.empty())
+        if (!item.channel.empty() || !isBuiltFor(item, applicability.architecture))
             continue;
         keepNewer(newest, item);
         if (runsHere(item, applicability))

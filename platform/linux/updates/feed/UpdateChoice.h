@@ -13,6 +13,7 @@ namespace glimmerly {
 struct UpdateApplicability {
     std::string currentVersion;
     std::string systemVersion;  ///< that of the C library, which the program's archive is built against
+    std::string architecture;   ///< that the program was built for
     std::string skippedVersion; ///< empty: none; a critical item cannot be skipped
 };
 

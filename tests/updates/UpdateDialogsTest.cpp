@@ -98,6 +98,7 @@ TEST(ReleaseNotes, TakeOverStructureAndNothingElse) {
         "<a href='file:///etc/passwd'>less</a></p><ul><li>one</li></ul>",
         NotesFormat::html);
     EXPECT_EQ(notes.toPlainText(), "New\nIt is fast. more less\none");
+    EXPECT_EQ(notes.textCursor().position(), 0) << "they are read from the top";
     bool isBold = false;
     QStringList links;
     for (auto block = notes.document()->begin(); block.isValid(); block = block.next()) {

@@ -117,6 +117,7 @@ void ReleaseNotes::fill() {
     Source source;
     source.setHtml(notes_);
     PlainCopy(*document(), uiColors(*this).link).copy(source);
+    moveCursor(QTextCursor::Start); // what is written moves the view's own cursor on, and the view with it
 }
 
 void ReleaseNotes::changeEvent(QEvent* event) {

@@ -33,12 +33,17 @@ QString whyUpToDate(NoUpdateReason reason, const QString& name, const QString& v
 }
 
 QString whyByHand(Replaceability replaceability) {
-    return replaceability == Replaceability::managedElsewhere
-               ? "This copy was installed by the system’s package manager, which is how it is updated. The "
-                 "new "
-                 "version is on the download page."
-               : "This copy lies in a folder that you cannot write to, so it cannot update itself. The new "
-                 "version is on the download page.";
+    const QString page = " The new version is on the download page.";
+    switch (replaceability) {
+    case Replaceability::managedElsewhere:
+        return "This copy was installed by the system’s package manager, which is how it is updated." + page;
+    case Replaceability::notExchangeable:
+        return "This copy lies in a folder that cannot be replaced, so it cannot update itself." + page;
+    case Replaceability::notWritable:
+    case Replaceability::replaceable:
+        break;
+    }
+    return "This copy lies in a folder that you cannot write to, so it cannot update itself." + page;
 }
 
 } // namespace
@@ -62,7 +67,7 @@ void StandardUpdateDialogs::askForPermission(std::function<void(PermissionAnswer
     const auto decline = giving(answer, PermissionAnswer::doNotCheck);
     shownWindow().showPage(
         {.title = "Check for updates automatically?",
-         .message = QString("%1 can look for a new version once a day. It sends nothing about you or this "
+         .message = QString("%1 can look for new versions by itself. It sends nothing about you or this "
                             "computer. You can always check by hand.")
                         .arg(name_),
          .buttons = {{"Don’t check", decline},

@@ -85,12 +85,11 @@ QWidget* UpdateWindow::makeContent(const UpdatePage& page) {
         notes->setFixedHeight(notesHeight);
         column->addWidget(notes);
     }
-    addProgress(*column, page.progress);
     addButtons(*column, page);
     return content;
 }
 
-QLayout* UpdateWindow::makeHeader(const UpdatePage& page) const {
+QLayout* UpdateWindow::makeHeader(const UpdatePage& page) {
     auto* row = new QHBoxLayout;
     row->setSpacing(iconSpacing);
     auto* icon = new QLabel;
@@ -102,6 +101,7 @@ QLayout* UpdateWindow::makeHeader(const UpdatePage& page) const {
     titles->addWidget(new UiLabel(page.title, text_style::title2));
     if (!page.message.isEmpty())
         titles->addWidget(new UiLabel(page.message, text_style::bodySecondary));
+    addProgress(*titles, page.progress);
     titles->addStretch(1);
     row->addLayout(titles, 1);
     return row;
@@ -115,6 +115,7 @@ void UpdateWindow::addProgress(QBoxLayout& column, UpdatePage::Progress progress
     progressBar_ = new UiProgressBar;
     progressBar_->setAccessibleName("Progress");
     progressBar_->setRange(0, progress == UpdatePage::Progress::busy ? 0 : progressSteps);
+    column.addSpacing(titleSpacing);
     column.addWidget(progressBar_);
     if (progress == UpdatePage::Progress::measured) {
         progressText_ = new UiLabel(QString(), text_style::captionSecondary);

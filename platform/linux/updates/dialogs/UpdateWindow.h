@@ -49,7 +49,7 @@ protected:
 
 private:
     [[nodiscard]] QWidget* makeContent(const UpdatePage& page);
-    [[nodiscard]] QLayout* makeHeader(const UpdatePage& page) const;
+    [[nodiscard]] QLayout* makeHeader(const UpdatePage& page);
     void addProgress(QBoxLayout& column, UpdatePage::Progress progress);
     void addButtons(QBoxLayout& column, const UpdatePage& page);
     void present(Prominence prominence);

@@ -4,6 +4,8 @@
 #include "platform/linux/updates/feed/VersionOrder.h"
 #include "platform/linux/updates/install/UpdateSlot.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <ranges>
@@ -29,6 +31,13 @@ bool holdsOnlyTheArchive(const fs::path& folder, std::string_view contents) {
             return false;
     }
     return !failed;
+}
+
+/// Also where a folder of the same file system is mounted, which numbers of devices do not tell.
+bool isMountPoint(const fs::path& folder) {
+    struct statx info{};
+    return ::statx(AT_FDCWD, folder.c_str(), 0, STATX_TYPE, &info) == 0 &&
+           (info.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
 }
 
 } // namespace
@@ -57,6 +66,8 @@ Replaceability InstalledFolder::replaceability() const {
     constexpr int needed = W_OK | X_OK;
     if (::access(folder_.c_str(), needed) != 0 || ::access(folder_.parent_path().c_str(), needed) != 0)
         return Replaceability::notWritable;
+    if (isMountPoint(folder_))
+        return Replaceability::notExchangeable;
     return Replaceability::replaceable;
 }
 

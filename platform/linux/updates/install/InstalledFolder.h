@@ -14,6 +14,7 @@ enum class Replaceability {
     managedElsewhere, ///< it was not unpacked from an archive of ours: a package manager, or its developer,
                       ///< has it; or there are other files in its folder, which would be lost
     notWritable,      ///< the user may not write there
+    notExchangeable,  ///< a file system is mounted there, which holds the folder's name
 };
 
 /// The folder that a version of the program was unpacked into.

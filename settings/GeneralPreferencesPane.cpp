@@ -2,10 +2,10 @@
 
 #include "capture/permission/ScreenRecordingPermission.h"
 #include "hotkeys/recorder/HotkeyRecorder.h"
-#include "platform/qt/QtConversions.h"
 #include "settings/PreferencesSettingsSection.h"
 #include "settings/SettingsRows.h"
 #include "settings/SettingsText.h"
+#include "ui/QtConversions.h"
 #include "ui/UiButton.h"
 #include "ui/UiLayout.h"
 #include "ui/UiText.h"

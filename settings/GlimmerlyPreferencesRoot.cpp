@@ -1,12 +1,12 @@
 #include "settings/GlimmerlyPreferencesRoot.h"
 
 #include "platform/StatusBar.h"
-#include "platform/qt/QtConversions.h"
 #include "settings/AboutPreferencesPane.h"
 #include "settings/GeneralPreferencesPane.h"
 #include "settings/NavigationSplitNonCollapsingSidebarInstaller.h"
 #include "settings/SettingsSidebar.h"
 #include "ui/DevicePixels.h"
+#include "ui/QtConversions.h"
 #include "ui/UiButton.h"
 #include "ui/UiColors.h"
 #include "ui/UiLayout.h"

@@ -1,7 +1,7 @@
 #include "settings/PreferencesPage.h"
 
-#include "platform/qt/QtConversions.h"
 #include "settings/PreferencesSettingsSection.h"
+#include "ui/QtConversions.h"
 #include "ui/UiLayout.h"
 #include "ui/UiText.h"
 

@@ -1,8 +1,8 @@
 #include "settings/SettingsSidebar.h"
 
-#include "platform/qt/QtConversions.h"
 #include "ui/DevicePixels.h"
 #include "ui/FocusRing.h"
+#include "ui/QtConversions.h"
 #include "ui/UiColors.h"
 #include "ui/UiStyle.h"
 #include "ui/UiSymbol.h"

@@ -5,11 +5,11 @@
 #include "capture/permission/ScreenRecordingPermission.h"
 #include "platform/MainQueue.h"
 #include "platform/Platform.h"
-#include "platform/qt/QtConversions.h"
-#include "platform/qt/WindowPlacement.h"
 #include "settings/updates/AppUpdater.h"
 #include "settings/updates/UpdaterViewModel.h"
+#include "ui/QtConversions.h"
 #include "ui/UiLayout.h"
+#include "ui/WindowPlacement.h"
 
 namespace glimmerly {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/qt/SymbolImage.h"
+#include "ui/SymbolImage.h"
 #include "ui/UiText.h"
 
 #include <QWidget>

@@ -3,7 +3,7 @@
 #include "bugreports/form/BugReportSheetModel.h"
 #include "bugreports/form/BugReportSheetText.h"
 #include "bugreports/form/PlaceholderTextView.h"
-#include "platform/qt/QtConversions.h"
+#include "ui/QtConversions.h"
 #include "ui/UiButton.h"
 #include "ui/UiColors.h"
 #include "ui/UiLayout.h"

@@ -6,8 +6,8 @@
 #include "platform/Application.h"
 #include "platform/Platform.h"
 #include "platform/Preferences.h"
-#include "platform/qt/WindowPlacement.h"
 #include "telemetry/TelemetrySink.h"
+#include "ui/WindowPlacement.h"
 
 #include <QCloseEvent>
 #include <QPointer>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "hotkeys/recorder/HotkeyRecorderButtonStyle.h"
-#include "platform/qt/SymbolImage.h"
+#include "ui/SymbolImage.h"
 
 #include <QAbstractButton>
 

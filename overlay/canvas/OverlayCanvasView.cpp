@@ -14,7 +14,7 @@
 #include "overlay/text/OverlayGrowingTextAnnotationView.h"
 #include "overlay/toolbar/OverlayToolbarView.h"
 #include "platform/Pasteboard.h"
-#include "platform/qt/QtConversions.h"
+#include "ui/QtConversions.h"
 
 #include <QPaintEvent>
 #include <QPainter>

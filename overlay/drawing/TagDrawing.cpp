@@ -4,7 +4,7 @@
 #include "overlay/drawing/QtColor.h"
 #include "overlay/drawing/TagFont.h"
 #include "overlay/model/SelectionStyle.h"
-#include "platform/qt/QtConversions.h"
+#include "ui/QtConversions.h"
 
 #include <QFontMetricsF>
 #include <QPainter>

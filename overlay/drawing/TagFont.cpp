@@ -2,7 +2,7 @@
 
 #include "overlay/model/CanvasPixelGrid.h"
 #include "overlay/model/SelectionStyle.h"
-#include "platform/qt/QtConversions.h"
+#include "ui/QtConversions.h"
 
 #include <QFontDatabase>
 #include <QFontMetricsF>

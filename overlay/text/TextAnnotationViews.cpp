@@ -3,7 +3,7 @@
 #include "overlay/drawing/QtColor.h"
 #include "overlay/text/OverlayGrowingTextAnnotationView.h"
 #include "overlay/text/OverlayTextView.h"
-#include "platform/qt/QtConversions.h"
+#include "ui/QtConversions.h"
 
 #include <QFontDatabase>
 

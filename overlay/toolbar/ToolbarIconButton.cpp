@@ -2,8 +2,8 @@
 
 #include "overlay/drawing/QtColor.h"
 #include "overlay/toolbar/ToolbarStyle.h"
-#include "platform/qt/QtConversions.h"
 #include "ui/DevicePixels.h"
+#include "ui/QtConversions.h"
 
 #include <QEasingCurve>
 #include <QMouseEvent>

@@ -2,7 +2,7 @@
 
 #include "overlay/model/Color.h"
 #include "overlay/toolbar/ToolbarButtonLook.h"
-#include "platform/qt/SymbolImage.h"
+#include "ui/SymbolImage.h"
 
 #include <QAbstractButton>
 #include <QVariantAnimation>

@@ -1,7 +1,7 @@
 #include "platform/desktop/DesktopScreenRecording.h"
 
 #include "platform/desktop/PrivacySettings.h"
-#include "platform/qt/QtConversions.h"
+#include "ui/QtConversions.h"
 
 #include <cstdlib>
 #include <string_view>

@@ -1,6 +1,6 @@
 #include "platform/desktop/PrivacySettings.h"
 
-#include "platform/qt/QtConversions.h"
+#include "ui/QtConversions.h"
 
 #include <QProcess>
 #include <QStringList>

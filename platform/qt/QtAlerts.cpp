@@ -1,7 +1,7 @@
 #include "platform/qt/QtAlerts.h"
 
-#include "platform/qt/QtConversions.h"
-#include "platform/qt/WindowPlacement.h"
+#include "ui/QtConversions.h"
+#include "ui/WindowPlacement.h"
 
 #include <QApplication>
 #include <QLabel>

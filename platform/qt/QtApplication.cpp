@@ -1,8 +1,8 @@
 #include "platform/qt/QtApplication.h"
 
 #include "platform/qt/KeyNames.h"
-#include "platform/qt/QtConversions.h"
 #include "platform/qt/QtImages.h"
+#include "ui/QtConversions.h"
 
 #include <QApplication>
 #include <QIcon>

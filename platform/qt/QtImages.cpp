@@ -2,7 +2,7 @@
 
 #include "base/BundleIdentifier.h"
 #include "platform/qt/PictureIconEngine.h"
-#include "platform/qt/QtConversions.h"
+#include "ui/QtConversions.h"
 
 namespace glimmerly {
 

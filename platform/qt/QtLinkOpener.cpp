@@ -1,6 +1,6 @@
 #include "platform/qt/QtLinkOpener.h"
 
-#include "platform/qt/QtConversions.h"
+#include "ui/QtConversions.h"
 
 #include <QDesktopServices>
 #include <QUrl>

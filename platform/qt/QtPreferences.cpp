@@ -3,7 +3,7 @@
 #include "base/BundleIdentifier.h"
 #include "platform/files/Directories.h"
 #include "platform/files/FileDescriptor.h"
-#include "platform/qt/QtConversions.h"
+#include "ui/QtConversions.h"
 
 #include <QStringList>
 

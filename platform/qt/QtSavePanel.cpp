@@ -1,6 +1,6 @@
 #include "platform/qt/QtSavePanel.h"
 
-#include "platform/qt/QtConversions.h"
+#include "ui/QtConversions.h"
 
 #include <QDir>
 #include <QFileDialog>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "overlay/toolbar/OverlayToolbarView.h"
-#include "platform/qt/QtConversions.h"
+#include "ui/QtConversions.h"
 
 #include <QMouseEvent>
 #include <QTest>

@@ -1,6 +1,6 @@
 #include "platform/linux/updates/dialogs/ReleaseNotes.h"
 
-#include "platform/qt/QtConversions.h"
+#include "ui/QtConversions.h"
 #include "ui/UiColors.h"
 #include "ui/UiText.h"
 

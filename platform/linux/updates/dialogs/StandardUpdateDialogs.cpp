@@ -1,7 +1,7 @@
 #include "platform/linux/updates/dialogs/StandardUpdateDialogs.h"
 
 #include "platform/linux/updates/dialogs/UpdateWindow.h"
-#include "platform/qt/QtConversions.h"
+#include "ui/QtConversions.h"
 
 #include <QDesktopServices>
 #include <QUrl>

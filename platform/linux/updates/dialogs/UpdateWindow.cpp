@@ -1,10 +1,10 @@
 #include "platform/linux/updates/dialogs/UpdateWindow.h"
 
 #include "platform/linux/updates/dialogs/ReleaseNotes.h"
-#include "platform/qt/WindowPlacement.h"
 #include "ui/UiButton.h"
 #include "ui/UiProgressBar.h"
 #include "ui/UiText.h"
+#include "ui/WindowPlacement.h"
 
 #include <QCloseEvent>
 #include <QGuiApplication>

@@ -1,4 +1,4 @@
-#include "platform/qt/QtConversions.h"
+#include "ui/QtConversions.h"
 
 namespace glimmerly {
 

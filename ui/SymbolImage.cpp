@@ -1,6 +1,6 @@
-#include "platform/qt/SymbolImage.h"
+#include "ui/SymbolImage.h"
 
-#include "platform/qt/QtConversions.h"
+#include "ui/QtConversions.h"
 
 #include <QFile>
 #include <QPainter>

@@ -1,4 +1,4 @@
-#include "platform/qt/WindowPlacement.h"
+#include "ui/WindowPlacement.h"
 
 #include <QCursor>
 #include <QGuiApplication>

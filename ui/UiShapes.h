@@ -1,8 +1,16 @@
 #pragma once
 
+#include <QPainterPath>
 #include <QWidget>
 
 namespace glimmerly {
+
+enum class RoundedCorners { all, left, right };
+
+/// `frame` with those of its corners rounded by `radius`, in the frame's own unit. The curvature grows
+/// smoothly from the straight edges into the corners.
+[[nodiscard]] QPainterPath continuousCorners(const QRectF& frame, double radius,
+                                             RoundedCorners corners = RoundedCorners::all);
 
 /// A raised area with rounded corners for what belongs together. Give it a layout without margins of its own.
 class Card : public QWidget {

@@ -3,6 +3,7 @@
 #include "ui/DevicePixels.h"
 #include "ui/ShadowImage.h"
 #include "ui/UiColors.h"
+#include "ui/UiShapes.h"
 
 #include <QLinearGradient>
 
@@ -54,11 +55,9 @@ void PermissionIconTile::paintEvent(QPaintEvent*) {
     paintShadow(painter, tile, device.scale());
     // The tile is translucent, and a shadow is not to be seen through what casts it.
     const double radius = cornerRadius * device.scale();
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(colors.windowBackground);
-    painter.drawRoundedRect(tile, radius, radius);
-    painter.setBrush(tileFill(tile, colors));
-    painter.drawRoundedRect(tile, radius, radius);
+    const QPainterPath shape = continuousCorners(tile, radius);
+    painter.fillPath(shape, colors.windowBackground);
+    painter.fillPath(shape, tileFill(tile, colors));
     paintSymbol(painter, tile, device.scale());
 }
 

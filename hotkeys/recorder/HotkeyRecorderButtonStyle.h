@@ -14,8 +14,7 @@ struct HotkeyRecorderButtonStyle {
     Segment segment = Segment::leading;
     bool isHighlighted = false; ///< looks pressed while it is not, and idle while it is
 
-    /// `frame` with its two outer corners rounded by `radius`, in the frame's own unit. The curvature grows
-    /// smoothly from the straight edges into the corners.
+    /// `frame` with its two outer corners rounded by `radius`, in the frame's own unit.
     [[nodiscard]] QPainterPath shape(const QRectF& frame, double radius) const;
     [[nodiscard]] QColor fill(const UiColors& colors, bool isPressed) const;
 };

@@ -41,13 +41,14 @@ void paintTextFieldFrame(QWidget& field, const QWidget& focus, double radius, co
     painter.setPen(Qt::NoPen);
     painter.setBrush(colors.controlBackground);
     painter.drawRoundedRect(shape, corner, corner);
-    if (focus.hasFocus())
-        return paintFocusRing(painter, shape, corner, device.scale(), colors.focusRing);
     const double line = device.lineWidth(ui_style::hairline);
     const double inset = line / 2;
     painter.setPen(QPen(outline, line));
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(shape.adjusted(inset, inset, -inset, -inset), corner - inset, corner - inset);
+    if (focus.hasFocus())
+        paintFocusRing(painter, shape.adjusted(line, line, -line, -line), corner - line, device.scale(),
+                       colors.focusRing);
 }
 
 } // namespace glimmerly

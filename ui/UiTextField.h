@@ -18,7 +18,7 @@ protected:
 };
 
 /// The look of a field that takes text: the area `field` paints on, with corners of `radius` points and a
-/// line of one point in `outline`, which gives way to the focus ring while `focus` has the keyboard.
+/// line of one point in `outline`; within it the focus ring, while `focus` has the keyboard.
 void paintTextFieldFrame(QWidget& field, const QWidget& focus, double radius, const QColor& outline);
 
 } // namespace glimmerly

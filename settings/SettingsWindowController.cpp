@@ -46,9 +46,6 @@ SettingsWindowController::SettingsWindowController(const SettingsServices& servi
       self_(std::make_shared<SettingsWindowController*>(this)) {
     window_->setAccessibleName(toQString(settings_text::windowName));
     tightLayout<QVBoxLayout>(window_.get(), 0)->addWidget(root_);
-    window_->setFixedSize(
-        contentSize.boundedTo(largestContentOnDisplayUnderMouse()).expandedTo(root_->minimumSize()));
-    centerOnDisplayUnderMouse(*window_);
 }
 
 SettingsWindowController::~SettingsWindowController() = default;
@@ -63,6 +60,8 @@ void SettingsWindowController::show() {
 
 void SettingsWindowController::bringForward() {
     window_->setWindowState(window_->windowState() & ~Qt::WindowMinimized);
+    if (!window_->isVisible()) // its display may have changed meanwhile
+        fitOnDisplay(*window_, contentSize, root_->minimumSize());
     window_->show();
     services_.application.activateIgnoringOtherApps();
     // In front of our other windows too.

@@ -70,9 +70,7 @@ void PermissionsWindowController::showIfNeeded() {
     services_.preferences.setBool(PermissionsOnboardingModel::completedKey, granted);
     if (granted)
         return;
-    window_->setFixedSize(
-        contentSize.boundedTo(largestContentOnDisplayUnderMouse()).expandedTo(minimumContentSize));
-    centerOnDisplayUnderMouse(*window_);
+    fitOnDisplay(*window_, contentSize, minimumContentSize);
     window_->show();
     services_.application.activateIgnoringOtherApps();
     model_.startPolling();

@@ -77,6 +77,7 @@ GlimmerlyPreferencesRoot::GlimmerlyPreferencesRoot(const SettingsServices& servi
     setMinimumSize(minimumWidth, minimumHeight);
     split_->addWidget(sidebarColumn_);
     split_->addWidget(detail_);
+    sidebarColumn_->lower(); // read before the detail
     split_->setStretchFactor(1, 1);
     split_->setHandleWidth(0);
     tightLayout<QVBoxLayout>(this, 0)->addWidget(split_);

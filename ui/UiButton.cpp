@@ -118,7 +118,7 @@ UiButton::Look UiButton::look() const {
         look = {{}, {}, shaded(colors.link, shade), colors.focusRing};
         break;
     }
-    if (isEnabled() || tint_ == ButtonTint::success)
+    if (looksEnabled(*this) || tint_ == ButtonTint::success)
         return look;
     if (style_.kind == ButtonKind::prominent)
         return {colors.quaternaryFill, {}, faded(colors.primary, disabledOpacity), look.focusRing};

@@ -69,6 +69,10 @@ const UiColors& uiColors(const QWidget& widget) {
     return uiColors(isDark ? ColorScheme::dark : ColorScheme::light);
 }
 
+bool looksEnabled(const QWidget& widget) {
+    return !widget.testAttribute(Qt::WA_ForceDisabled); // set by the widget's own setEnabled alone
+}
+
 QPalette uiPalette(ColorScheme scheme) {
     const UiColors& colors = uiColors(scheme);
     QPalette palette(colors.control, colors.windowBackground);

@@ -37,6 +37,10 @@ struct UiColors {
 /// widget as QEvent::PaletteChange and repaints it.
 [[nodiscard]] const UiColors& uiColors(const QWidget& widget);
 
+/// Whether to paint `widget` as one that can be used. What only its window's sheet has disabled looks as
+/// before.
+[[nodiscard]] bool looksEnabled(const QWidget& widget);
+
 /// The same colours for Qt's own widgets: what QApplication::setPalette is to be given.
 [[nodiscard]] QPalette uiPalette(ColorScheme scheme);
 

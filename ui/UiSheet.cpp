@@ -2,8 +2,10 @@
 
 #include "ui/DevicePixels.h"
 #include "ui/UiColors.h"
+#include "ui/UiShapes.h"
 #include "ui/UiStyle.h"
 
+#include <QAccessibleWidget>
 #include <QEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -19,13 +21,32 @@ namespace {
 constexpr int margin = 20; // between the window's edges and the form, at least
 
 bool takesKeyboard(const QWidget& widget) {
-    return widget.isEnabled() && widget.isVisible() && (widget.focusPolicy() & Qt::TabFocus) != 0;
+    return widget.isEnabled() && widget.isVisibleTo(widget.window()) &&
+           (widget.focusPolicy() & Qt::TabFocus) != 0;
+}
+
+/// What assistive technology learns of a sheet.
+class SheetInterface : public QAccessibleWidget {
+public:
+    explicit SheetInterface(UiSheet* sheet) : QAccessibleWidget(sheet, QAccessible::Dialog) {}
+
+    [[nodiscard]] QAccessible::State state() const override {
+        auto state = QAccessibleWidget::state();
+        state.modal = true;
+        return state;
+    }
+};
+
+QAccessibleInterface* makeSheetInterface(const QString&, QObject* object) {
+    auto* sheet = dynamic_cast<UiSheet*>(object);
+    return sheet ? new SheetInterface(sheet) : nullptr;
 }
 
 } // namespace
 
 UiSheet::UiSheet(QWidget& window, QWidget* content)
     : QWidget(&window), area_(new QScrollArea(this)), focusBefore_(window.focusWidget()) {
+    QAccessible::installFactory(makeSheetInterface); // once
     setAccessibleName(content->accessibleName());
     area_->setFrameShape(QFrame::NoFrame);
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -41,11 +62,41 @@ UiSheet::UiSheet(QWidget& window, QWidget* content)
     raise();
     setFocus(); // away from the window, even when nothing in the form takes it
     focusNextPrevChild(true);
+    disableBelow();
 }
 
 UiSheet::~UiSheet() {
-    if (focusBefore_)
-        focusBefore_->setFocus(Qt::ActiveWindowFocusReason); // seen, if it was seen before
+    for (const auto& widget : below_) {
+        if (widget)
+            widget->setEnabled(true);
+    }
+    giveFocusBack();
+}
+
+/// The mouse does not reach what is covered, and Tab does not leave the form; but assistive technology would
+/// still find the controls there and press them.
+void UiSheet::disableBelow() {
+    for (QObject* child : parentWidget()->children()) {
+        auto* widget = qobject_cast<QWidget*>(child);
+        if (!widget || widget == this || widget->isWindow() || !widget->isEnabled())
+            continue;
+        below_.emplace_back(widget);
+        widget->setEnabled(false);
+    }
+}
+
+void UiSheet::giveFocusBack() {
+    const auto takesIt = [this](const QWidget& widget) {
+        return &widget != this && !isAncestorOf(&widget) && takesKeyboard(widget);
+    };
+    QWidget* const first = focusBefore_ ? focusBefore_.data() : this;
+    QWidget* next = first;
+    while (!takesIt(*next)) {
+        next = next->nextInFocusChain();
+        if (next == first)
+            return;
+    }
+    next->setFocus(Qt::ActiveWindowFocusReason); // seen, if it was seen before
 }
 
 bool UiSheet::eventFilter(QObject* watched, QEvent* event) {
@@ -81,9 +132,10 @@ void UiSheet::paintEvent(QPaintEvent*) {
     const double line = device.lineWidth(ui_style::hairline);
     const double radius = ui_style::cardCornerRadius * device.scale();
     const QRectF card = device.alignedPixels(area_->geometry());
-    painter.setPen(QPen(colors.controlOutline, line));
-    painter.setBrush(colors.windowBackground);
-    painter.drawRoundedRect(card.adjusted(-line / 2, -line / 2, line / 2, line / 2), radius, radius);
+    const double outset = line / 2;
+    const QPainterPath shape = continuousCorners(card.adjusted(-outset, -outset, outset, outset), radius);
+    painter.fillPath(shape, colors.windowBackground);
+    painter.strokePath(shape, QPen(colors.controlOutline, line));
 }
 
 void UiSheet::mousePressEvent(QMouseEvent* event) {

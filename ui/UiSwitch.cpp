@@ -52,7 +52,7 @@ int UiSwitch::heightForWidth(int width) const {
 
 void UiSwitch::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    if (!isEnabled())
+    if (!looksEnabled(*this))
         painter.setOpacity(disabledOpacity);
     const QRect track(width() - trackWidth - ringMargin, (height() - trackHeight) / 2, trackWidth,
                       trackHeight);

@@ -76,8 +76,8 @@ void UiLabel::changeEvent(QEvent* event) {
 
 void UiLabel::applyColor() {
     const QColor& wanted = colorOf(uiColors(*this), color_);
-    if (palette().color(foregroundRole()) == wanted)
-        return;
+    if (palette().color(QPalette::Disabled, foregroundRole()) == wanted)
+        return; // one colour in all states
     QPalette changed = palette();
     changed.setColor(foregroundRole(), wanted);
     setPalette(changed);

@@ -7,6 +7,7 @@
 #include "platform/Alerts.h"
 #include "platform/KeyboardLayout.h"
 
+#include <QAccessible>
 #include <QBoxLayout>
 #include <QPointer>
 
@@ -34,7 +35,7 @@ HotkeyRecorder::HotkeyRecorder(const HotkeyRecorderServices& services, QWidget* 
     row->setSpacing(0);
     row->addWidget(label, 1, Qt::AlignVCenter);
     row->addSpacing(2 * style::rowSpacing + style::minimumSpacer);
-    row->addWidget(makeControl(), 0, Qt::AlignVCenter);
+    row->addWidget(makeControl(*label), 0, Qt::AlignVCenter);
 
     connect(leading_, &QAbstractButton::clicked, this, [this] { leadingPressed(); });
     connect(trailing_, &QAbstractButton::clicked, this, [this] { trailingPressed(); });
@@ -51,8 +52,9 @@ HotkeyRecorder::~HotkeyRecorder() {
     alert_.request_stop();
 }
 
-QWidget* HotkeyRecorder::makeControl() {
+QWidget* HotkeyRecorder::makeControl(QWidget& label) {
     auto* control = new QWidget;
+    control->setAccessibleName(QAccessible::queryAccessibleInterface(&label)->text(QAccessible::Name));
     auto* segments = new QHBoxLayout(control);
     segments->setContentsMargins(0, 0, 0, 0);
     segments->setSpacing(style::segmentSpacing);

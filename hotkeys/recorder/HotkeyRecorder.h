@@ -30,7 +30,7 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
-    [[nodiscard]] QWidget* makeControl();
+    [[nodiscard]] QWidget* makeControl(QWidget& label);
     void leadingPressed();
     void trailingPressed();
     void render();

@@ -2,6 +2,7 @@
 #include "settings/GeneralPreferencesPane.h"
 #include "tests/settings/SettingsFixture.h"
 
+#include <QAccessible>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QScrollBar>
@@ -44,9 +45,12 @@ TEST_F(SettingsWindowTest, ComesBackTheSameInFrontOfEverything) {
     EXPECT_EQ(root.selectedPane(), SettingsPane::about);
     window.close();
     EXPECT_FALSE(window.isVisible());
+    const auto size = window.size();
+    window.setFixedSize(root.minimumSize()); // as on a display that was small
     controller.show();
     queue.runAll();
     EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(window.size(), size);
     EXPECT_EQ(root.selectedPane(), SettingsPane::about);
     EXPECT_THAT(texts(), Contains("Version 1.4.2"));
 }
@@ -149,9 +153,6 @@ TEST_F(SettingsWindowTest, TheFormIsModalAndKeepsItsTextsWithTheWindow) {
     EXPECT_THAT(stops, ElementsAre("Email", "Description", "Cancel", "Title")) << "nothing of the window";
     QTest::keyClick(title, Qt::Key_Tab, Qt::ShiftModifier);
     EXPECT_EQ(window.focusWidget(), &button("Cancel"));
-    auto& website = button("Website");
-    EXPECT_NE(window.childAt(website.mapTo(&window, QPoint(2, 2))), &website) << "covered";
-
     title->setText("It broke");
     window.close();
     show();
@@ -162,6 +163,35 @@ TEST_F(SettingsWindowTest, TheFormIsModalAndKeepsItsTextsWithTheWindow) {
     queue.runAll();
     EXPECT_FALSE(about.isShowingBugReportSheet());
     EXPECT_EQ(window.focusWidget(), &button("Report a bug"));
+}
+
+TEST_F(SettingsWindowTest, WhatIsBelowTheFormLooksAsBeforeButIsOutOfReach) {
+    root.setSelectedPane(SettingsPane::about);
+    show();
+    auto& about = pane<AboutPreferencesPane>();
+    auto& website = button("Website");
+    const auto isPressed = [&] {
+        auto* control = QAccessible::queryAccessibleInterface(&website)->actionInterface();
+        control->doAction(QAccessibleActionInterface::pressAction());
+        return website.isDown();
+    };
+    const QImage before = root.grab().toImage();
+    about.showBugReportSheet();
+    EXPECT_NE(window.childAt(website.mapTo(&window, QPoint(2, 2))), &website) << "covered";
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&find<QWidget>("Report a Bug"))->role(),
+              QAccessible::Dialog);
+    EXPECT_EQ(root.grab().toImage(), before);
+    EXPECT_FALSE(isPressed()) << "by assistive technology";
+
+    updater.set(UpdaterFlag::canCheckForUpdates, true);
+    root.setSelectedPane(SettingsPane::general);
+    QTest::keyClick(window.focusWidget(), Qt::Key_Escape);
+    queue.runAll();
+    EXPECT_TRUE(window.focusWidget()->isVisible()) << "where the keyboard was is no longer to be seen";
+    EXPECT_TRUE(window.focusWidget()->isEnabled());
+    root.setSelectedPane(SettingsPane::about);
+    EXPECT_TRUE(button("Check for Updates…").isEnabled());
+    EXPECT_TRUE(isPressed());
     about.showBugReportSheet();
     EXPECT_EQ(find<QLineEdit>("Title").text(), "") << "empty each time";
 }

@@ -2,6 +2,7 @@
 
 #include "app/MenuShortcut.h"
 #include "app/ScreenshotRequests.h"
+#include "capture/OverlayPresenter.h"
 #include "diagnostics/GlimmerlyLog.h"
 #include "hotkeys/HotkeySettings.h"
 #include "platform/Images.h"
@@ -61,6 +62,9 @@ void StatusItemController::installStatusItem() {
     hotkeyObservation_ = services_.notifications.observe(HotkeySettings::didChangeNotification,
                                                          [this] { globalHotkeyDidChange(); });
     layoutObservation_ = services_.keyboardLayout.observe([this] { globalHotkeyDidChange(); });
+    // An open menu would go on taking the mouse and the keyboard, and be seen by nobody.
+    overlayObservation_ =
+        services_.notifications.observe(OverlayPresenter::willShowNotification, [this] { menu().hide(); });
     setItemImage();
 }
 

@@ -67,6 +67,7 @@ private:
     QPointer<QAction> screenshotMenuItem_;
     Observation hotkeyObservation_;
     Observation layoutObservation_;
+    Observation overlayObservation_;
 };
 
 } // namespace glimmerly

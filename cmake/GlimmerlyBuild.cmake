@@ -17,7 +17,7 @@ endif()
 add_library(glimmerly_build_settings INTERFACE)
 target_compile_options(glimmerly_build_settings INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
-    -Woverloaded-virtual -Werror)
+    -Woverloaded-virtual $<$<CXX_COMPILER_ID:Clang>:-Wno-keyword-macro> -Werror)
 target_compile_definitions(glimmerly_build_settings INTERFACE QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII)
 target_include_directories(glimmerly_build_settings INTERFACE ${CMAKE_SOURCE_DIR})
 if(GLIMMERLY_SANITIZE)

@@ -99,6 +99,7 @@ void AboutPreferencesPane::addLink(PreferencesSettingsSection& section, const ch
 void AboutPreferencesPane::showBugReportSheet() {
     if (bugReport_)
         return;
+    // NOLINTNEXTLINE(modernize-make-unique): the model cannot be moved into it
     bugReport_.reset(new BugReport{{services_.bugReports, [this] { dismissBugReportSheet(); }}});
     bugReport_->sheet = new UiSheet(*window(), new BugReportSheet(bugReport_->model));
 }

@@ -15,13 +15,11 @@ constexpr int contentSpacing = 12;
 } // namespace
 
 PreferencesSettingsSection::PreferencesSettingsSection(const QString& title, QWidget* parent)
-    : QWidget(parent) {
+    : QWidget(parent), box_(new Card(boxPadding)), content_(tightLayout<QVBoxLayout>(box_, contentSpacing)) {
     auto* column = tightLayout<QVBoxLayout>(this, ui_style::captionToCardSpacing);
     auto* caption = new UiLabel(title.toUpper(), text_style::sectionTitle);
     caption->setAccessibleName(title);
     column->addWidget(caption);
-    box_ = new Card(boxPadding);
-    content_ = tightLayout<QVBoxLayout>(box_, contentSpacing);
     column->addWidget(box_);
 }
 

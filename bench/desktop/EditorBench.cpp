@@ -65,7 +65,7 @@ private:
     }
 
     void draw() const {
-        const auto drawRows = [this](int from, int to, auto drawOne) {
+        const auto drawRows = [](int from, int to, auto drawOne) {
             for (int row = from; row < to; ++row) {
                 for (int column = 0; column < columns; ++column)
                     drawOne(Cell{column, row});
@@ -148,5 +148,5 @@ int main(int argc, char** argv) {
     bench.run(motions);
     std::cout << fmt::format("{} x {} with a hundred annotations, {} motions a drag\n", size.width,
                              size.height, motions)
-              << bench.report() << std::endl;
+              << bench.report() << '\n';
 }

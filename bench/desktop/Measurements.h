@@ -8,11 +8,11 @@ namespace glimmerly::bench {
 /// The times of one step over all rounds, and what is hoped of it.
 class Measurements {
 public:
-    void add(const std::string& step, double milliseconds);
-    /// `step` should take no more than `floors` times the step "floor", and 99 of a hundred times no more
-    /// than `nearlyAlways` times, if that is given.
-    void setGoal(const std::string& step, double floors, double nearlyAlways = 0);
-    [[nodiscard]] double median(const std::string& step) const;
+    void add(const std::string& name, double milliseconds);
+    /// The step `name` should take no more than `floors` times the step "floor", and 99 of a hundred times no
+    /// more than `nearlyAlways` times, if that is given.
+    void setGoal(const std::string& name, double floors, double nearlyAlways = 0);
+    [[nodiscard]] double median(const std::string& name) const;
 
     /// A table in the order in which the steps were first added: median and 99th percentile, with their
     /// ratios to the median of "floor", and goals.

@@ -21,7 +21,7 @@ constexpr std::chrono::seconds pollInterval{3};
 } // namespace
 
 PermissionsOnboardingModel::PermissionsOnboardingModel(PermissionsOnboardingServices services)
-    : services_(std::move(services)), detailText_(onboarding_text::baseDetail) {}
+    : services_(services), detailText_(onboarding_text::baseDetail) {}
 
 void PermissionsOnboardingModel::startPolling() {
     setDetailText(onboarding_text::baseDetail);

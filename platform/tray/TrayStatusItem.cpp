@@ -140,8 +140,10 @@ void TrayStatusItem::drawEmbedded() {
 
 QColor TrayStatusItem::embeddedColor() const {
     const QRect place = embeddedIcon_ ? embeddedIcon_->geometry() : QRect();
-    const QColor beside = place.isValid() ? screenColorAt(place.topLeft() - QPoint(1, 1)) : QColor();
-    return beside.isValid() ? textColorOn(beside) : hostPanelTextColor();
+    // The picture leaves its corner free. A pixel beside it may be of something else: not every panel has a
+    // margin.
+    const QColor behind = place.isValid() ? screenColorAt(place.topLeft()) : QColor();
+    return behind.isValid() ? textColorOn(behind) : hostPanelTextColor();
 }
 
 } // namespace glimmerly

@@ -5,7 +5,7 @@
 #include <optional>
 
 // XCB's header names a field after a keyword of C++.
-#define explicit explicitModifiers // NOLINT(clang-diagnostic-keyword-macro)
+#define explicit explicitModifiers
 #include <xcb/xkb.h>
 #undef explicit
 

@@ -1,5 +1,6 @@
 #include "app/StatusItemController.h"
 
+#include "capture/OverlayPresenter.h"
 #include "hotkeys/HotkeySettings.h"
 #include "tests/support/FakeApplication.h"
 #include "tests/support/FakeImages.h"
@@ -170,6 +171,14 @@ TEST_F(StatusItemControllerTest, TakesAScreenshotOnceTheMenuHasGone) {
     EXPECT_EQ(requests, 0);
     statusItem.menuHasGone();
     EXPECT_EQ(requests, 1);
+}
+
+TEST_F(StatusItemControllerTest, AnOpenMenuGivesWayToAnOverlay) {
+    QMenu& menu = install().menu();
+    menu.popup({});
+    ASSERT_TRUE(menu.isVisible());
+    notifications.post(OverlayPresenter::willShowNotification);
+    EXPECT_FALSE(menu.isVisible());
 }
 
 TEST_F(StatusItemControllerTest, SettingsAreCountedBeforeTheyOpen) {

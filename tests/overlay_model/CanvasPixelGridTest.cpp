@@ -55,7 +55,8 @@ TEST(CanvasPixelGrid, PointerReachesEveryEdgeOfTheDisplayAndNoFurther) {
         const auto dragged = [&](PixelPoint from, PixelPoint to) {
             return grid.pixels(Rect::fromCorners(grid.pointerPoint(from), grid.pointerPoint(to)));
         };
-        const PixelPoint first{own.x, own.y}, last{own.maxX() - 1, own.maxY() - 1};
+        const PixelPoint first{own.x, own.y};
+        const PixelPoint last{own.maxX() - 1, own.maxY() - 1};
         EXPECT_EQ(dragged(first, last), own);
         EXPECT_EQ(dragged(last, first), own);
         EXPECT_EQ(dragged({-300, -300}, {5000, 5000}), own) << "a pointer on a neighbouring display";

@@ -23,10 +23,10 @@ const QString area = "org.freedesktop.appearance";
 
 class PortalDouble : public QDBusVirtualObject {
 public:
-    PortalDouble(const QDBusConnection& bus, const QString& file) : bus_(bus), file_(file) {
+    PortalDouble(const QDBusConnection& bus, const QString& file)
+        : bus_(bus), file_(file), scheme_(scheme()) {
         watcher_.addPath(QFileInfo(file).path());
         connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, [this] { announce(); });
-        scheme_ = scheme();
     }
 
     [[nodiscard]] QString introspect(const QString&) const override { return {}; }
@@ -57,7 +57,6 @@ private:
     void announce() {
         if (scheme() == scheme_)
             return;
-        scheme_ = scheme();
         auto signal = QDBusMessage::createSignal(portalPath, settingsName, "SettingChanged");
         signal << area << "color-scheme" << QVariant::fromValue(QDBusVariant(scheme_));
         bus_.send(signal);
@@ -66,7 +65,7 @@ private:
     QDBusConnection bus_;
     QString file_;
     QFileSystemWatcher watcher_;
-    uint scheme_ = 0;
+    uint scheme_;
 };
 
 } // namespace

@@ -116,7 +116,7 @@ std::string Installation::signatureOf(const fs::path& file, Signer signer) const
                file.string() + " | base64 -w0");
 }
 
-std::string Installation::feedOf(std::string item) const {
+std::string Installation::feedOf(const std::string& item) const {
     return R"(<?xml version="1.0"?><rss version="2.0" xmlns:updates="urn:updates"><channel>)" + item +
            "</channel></rss>";
 }

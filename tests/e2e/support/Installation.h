@@ -60,7 +60,7 @@ private:
     std::string run(const std::string& command) const;
     void package(const std::string& version, const std::filesystem::path& output) const;
     [[nodiscard]] std::string signatureOf(const std::filesystem::path& file, Signer signer) const;
-    [[nodiscard]] std::string feedOf(std::string item) const;
+    [[nodiscard]] std::string feedOf(const std::string& item) const;
     [[nodiscard]] std::unique_ptr<Glimmerly> start(const std::string& endOfNewVersion,
                                                    const std::function<void()>& prepareDisk);
 

@@ -30,7 +30,7 @@ namespace {
     redirect(STDIN_FILENO, "/dev/null", O_RDONLY);
     std::vector<std::string> assignments;
     for (const auto& [name, value] : options.environment)
-        assignments.push_back(name + "=" + value);
+        assignments.push_back(std::string(name).append("=").append(value));
     const auto pointers = [](auto& strings) {
         std::vector<char*> list;
         for (auto& text : strings)
@@ -42,6 +42,16 @@ namespace {
     options.beforeExec();
     execvpe(command.front().c_str(), pointers(command).data(), pointers(assignments).data());
     _exit(127);
+}
+
+pid_t start(const ChildProcess::Options& options) {
+    const pid_t parent = getpid();
+    const pid_t child = fork();
+    if (child < 0)
+        throw std::runtime_error("cannot fork for " + options.command.front());
+    if (child == 0)
+        becomeChild(options, parent);
+    return child;
 }
 
 } // namespace
@@ -63,14 +73,7 @@ Environment cleanEnvironment() {
     return environment;
 }
 
-ChildProcess::ChildProcess(const Options& options) {
-    const pid_t parent = getpid();
-    pid_ = fork();
-    if (pid_ < 0)
-        throw std::runtime_error("cannot fork for " + options.command.front());
-    if (pid_ == 0)
-        becomeChild(options, parent);
-}
+ChildProcess::ChildProcess(const Options& options) : pid_(start(options)) {}
 
 ChildProcess::~ChildProcess() {
     if (!isRunning())

@@ -48,7 +48,7 @@ QString whyByHand(Replaceability replaceability) {
 
 } // namespace
 
-StandardUpdateDialogs::StandardUpdateDialogs(std::string applicationName)
+StandardUpdateDialogs::StandardUpdateDialogs(const std::string& applicationName)
     : name_(toQString(applicationName)) {}
 
 StandardUpdateDialogs::~StandardUpdateDialogs() = default;

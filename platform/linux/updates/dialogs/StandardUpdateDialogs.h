@@ -13,7 +13,7 @@ class UpdateWindow;
 /// The updater's dialogs as windows of the desktop.
 class StandardUpdateDialogs final : public UpdateDialogs {
 public:
-    explicit StandardUpdateDialogs(std::string applicationName);
+    explicit StandardUpdateDialogs(const std::string& applicationName);
     ~StandardUpdateDialogs() override;
     StandardUpdateDialogs(const StandardUpdateDialogs&) = delete;
     StandardUpdateDialogs& operator=(const StandardUpdateDialogs&) = delete;

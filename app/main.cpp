@@ -4,6 +4,7 @@
 #include "diagnostics/GlimmerlyLog.h"
 #include "platform/desktop/Desktop.h"
 #include "platform/desktop/SingleInstance.h"
+#include "platform/desktop/TerminationSignals.h"
 #include "platform/linux/updates/install/SelfCheck.h"
 #include "platform/linux/updates/install/TrialStart.h"
 
@@ -27,6 +28,7 @@ std::unique_ptr<Desktop> openDesktop(int& argc, char** argv, TrialStart& start) 
 } // namespace
 
 int main(int argc, char** argv) {
+    surviveFailedWrites();
     TrialStart start(InstalledFolder::ofThisProcess());
     if (argc == 2 && std::string_view(argv[1]) == selfCheckOption)
         return openDesktop(argc, argv, start) ? EXIT_SUCCESS : EXIT_FAILURE;
@@ -39,11 +41,11 @@ int main(int argc, char** argv) {
     }
 
     GlimmerlyLog::bootstrap();
-    if (instance)
-        removeAbandonedCaptureFiles();
-    else
+    if (!instance)
         GlimmerlyLog::warning(log_category::appLifecycle, "Further starts cannot be noticed", {},
                               instance.error());
+    else if ((*instance)->isOnlySession())
+        removeAbandonedCaptureFiles();
     AppDelegate delegate;
     const auto desktop = openDesktop(argc, argv, start);
     if (!desktop)

@@ -31,14 +31,21 @@ using namespace std::chrono_literals;
 constexpr auto patience = 5s;
 constexpr auto retryInterval = 5ms; // between two looks at a process that is starting or ending
 constexpr char acknowledgement = '+';
-constexpr char theRight = '='; // with the lock and the listener
+constexpr char theRight = '=';                   // with the lock and the listener
+constexpr std::string_view prefix = "instance-"; // of the names of all sessions' locks and sockets
+constexpr const char* socketSuffix = ".socket";
+constexpr const char* lockSuffix = ".lock";
+
+std::string procPathOf(const FileDescriptor& directory) {
+    return "/proc/self/fd/" + std::to_string(directory.get());
+}
 
 /// The address of `name` in `directory`. By way of the descriptor, because a socket's path has room for 107
 /// bytes only and because no link can be put in between.
 sockaddr_un addressOf(const FileDescriptor& directory, const std::string& name) {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
-    const std::string path = "/proc/self/fd/" + std::to_string(directory.get()) + "/" + name;
+    const std::string path = procPathOf(directory) + "/" + name;
     path.copy(address.sun_path, sizeof address.sun_path - 1);
     return address;
 }
@@ -128,7 +135,7 @@ struct SingleInstance::Right {
     FileDescriptor directory;
     FileDescriptor lock;
     FileDescriptor listener;
-    std::string socketName;
+    std::string name; ///< of the lock and the socket, without their suffixes
     std::unique_ptr<QSocketNotifier> notifier{};
     std::function<void()> onHandOver{};
     pid_t successor = 0; ///< 0: none
@@ -142,9 +149,9 @@ Result<std::optional<SingleInstance>> SingleInstance::claim(const fs::path& dire
     FileDescriptor directory(::open(directoryPath.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
     if (!directory)
         return posixFailure("Opening the directory " + directoryPath.string());
-    const std::string base = "instance-" + std::string(session);
-    const std::string socketName = base + ".socket";
-    auto lock = openLock(directory, base + ".lock");
+    const std::string name = std::string(prefix) + std::string(session);
+    const std::string socketName = name + socketSuffix;
+    auto lock = openLock(directory, name + lockSuffix);
     if (!lock)
         return failure(lock.error());
 
@@ -157,7 +164,7 @@ Result<std::optional<SingleInstance>> SingleInstance::claim(const fs::path& dire
             return SingleInstance(std::make_unique<Right>(Right{.directory = std::move(directory),
                                                                 .lock = std::move(*lock),
                                                                 .listener = std::move(*listener),
-                                                                .socketName = socketName}));
+                                                                .name = name}));
         }
         auto answer = handOver(directory, socketName);
         if (answer.kind == Answer::Kind::heard)
@@ -168,7 +175,7 @@ Result<std::optional<SingleInstance>> SingleInstance::claim(const fs::path& dire
             return SingleInstance(std::make_unique<Right>(Right{.directory = std::move(directory),
                                                                 .lock = std::move(answer.lock),
                                                                 .listener = std::move(answer.listener),
-                                                                .socketName = socketName}));
+                                                                .name = name}));
         }
         std::this_thread::sleep_for(retryInterval);
     }
@@ -189,7 +196,24 @@ SingleInstance::SingleInstance(SingleInstance&&) noexcept = default;
 SingleInstance::~SingleInstance() {
     // The lock file stays: removing it would let two processes lock two files of the same name.
     if (right_ && !right_->toSuccessor)
-        ::unlinkat(right_->directory.get(), right_->socketName.c_str(), 0);
+        ::unlinkat(right_->directory.get(), (right_->name + socketSuffix).c_str(), 0);
+}
+
+bool SingleInstance::isOnlySession() const {
+    const auto& directory = right_->directory;
+    std::error_code error;
+    // By way of the descriptor: the path may lead elsewhere by now.
+    for (const auto& entry : fs::directory_iterator(procPathOf(directory), error)) {
+        const std::string name = entry.path().filename();
+        if (!name.starts_with(prefix) || !name.ends_with(lockSuffix) || name == right_->name + lockSuffix)
+            continue;
+        const FileDescriptor other(
+            ::openat(directory.get(), name.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
+        // A start of that session that looks at the same moment tries again.
+        if (other && ::flock(other.get(), LOCK_SH | LOCK_NB) != 0)
+            return false;
+    }
+    return !error;
 }
 
 void SingleInstance::onHandOver(std::function<void()> handler) {

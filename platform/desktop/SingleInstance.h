@@ -31,6 +31,10 @@ public:
     SingleInstance& operator=(SingleInstance&&) = delete;
     ~SingleInstance();
 
+    /// True while no process of another display session has its right: what lies in the user's own
+    /// directories is then nobody else's.
+    [[nodiscard]] bool isOnlySession() const;
+
     /// `handler` runs on the main thread whenever another start has handed over. Needs a main loop to come.
     void onHandOver(std::function<void()> handler);
     /// Gives the right to the process `successor` as soon as that one claims it, and calls `given`, on the

@@ -40,14 +40,22 @@ bool isToBeIgnored(int signal) {
            inherited.sa_handler == SIG_IGN;
 }
 
-void install(int signal) {
+void install(int signal, void (*handler)(int)) {
     struct sigaction action{};
-    action.sa_handler = noteSignal;
+    action.sa_handler = handler;
     action.sa_flags = SA_RESTART;
     ::sigaction(signal, &action, nullptr);
 }
 
+void doNothing(int) {}
+
 } // namespace
+
+void surviveFailedWrites() {
+    // Handlers, as children would inherit that the signals are ignored.
+    for (const int signal : {SIGPIPE, SIGXFSZ})
+        install(signal, doNothing);
+}
 
 TerminationSignals::TerminationSignals(std::function<void()> handler) {
     if (signalPipe[0] < 0 && ::pipe2(signalPipe.data(), O_CLOEXEC | O_NONBLOCK) != 0)
@@ -59,7 +67,7 @@ TerminationSignals::TerminationSignals(std::function<void()> handler) {
     });
     for (const int signal : signals) {
         if (!isToBeIgnored(signal))
-            install(signal);
+            install(signal, noteSignal);
     }
 }
 

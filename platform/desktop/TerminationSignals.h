@@ -20,4 +20,8 @@ private:
     std::unique_ptr<QSocketNotifier> notifier_;
 };
 
+/// Has a write to a pipe that nobody reads, or beyond the size that a file may have, fail with its error
+/// instead of ending the process. Programs that this one starts are not affected.
+void surviveFailedWrites();
+
 } // namespace glimmerly

@@ -6,9 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
-#include <limits>
 
 namespace glimmerly {
 
@@ -26,7 +24,9 @@ Result<std::string> readRegular(const FileDescriptor& file, const std::filesyste
     std::string content;
     std::size_t length = 0;
     const auto announced = static_cast<std::size_t>(info->st_size);
-    content.resize(std::min(announced, largest) + 1); // the last byte finds the end in one go
+    if (announced > largest)
+        return failure(Error::posix(EFBIG, "Too large: " + path.string()));
+    content.resize(announced + 1); // the last byte finds the end in one go
     for (;;) {
         const ssize_t count = ::read(file.get(), content.data() + length, content.size() - length);
         if (count < 0 && errno == EINTR)
@@ -47,9 +47,9 @@ Result<std::string> readRegular(const FileDescriptor& file, const std::filesyste
 
 } // namespace
 
-Result<std::string> readFile(const std::filesystem::path& path) {
+Result<std::string> readFile(const std::filesystem::path& path, std::size_t largest) {
     const FileDescriptor file(::open(path.c_str(), openFlags | O_NOFOLLOW));
-    return readRegular(file, path, std::numeric_limits<std::size_t>::max() - 1);
+    return readRegular(file, path, largest);
 }
 
 Result<std::string> readForeignFile(const std::filesystem::path& path, std::size_t largest) {

@@ -57,7 +57,9 @@ TEST(SingleInstanceTest, HearsOfFurtherStartsAndGivesTheRightUp) {
         EXPECT_EQ(outcomeOf(second), handedOver);
 
         const auto otherSession = SingleInstance::claim(scratch.path(), "_1");
-        EXPECT_TRUE(otherSession && *otherSession);
+        ASSERT_TRUE(otherSession && *otherSession);
+        EXPECT_FALSE((*first)->isOnlySession());
+        EXPECT_FALSE((*otherSession)->isOnlySession());
         EXPECT_EQ(modeOf(scratch.path() / "instance-_0.socket") & 077, 0u);
         EXPECT_EQ(modeOf(scratch.path() / "instance-_0.lock"), 0600u);
     }

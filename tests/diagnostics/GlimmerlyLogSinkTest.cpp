@@ -92,6 +92,15 @@ TEST_F(GlimmerlyLogSinkTest, AddsToAFileThatCannotBePruned) {
     EXPECT_THAT(lines(), ElementsAre(testing::_, "\xff", HasSubstr("new")));
 }
 
+TEST_F(GlimmerlyLogSinkTest, LeavesAFileAsItIsThatIsTooLargeToRead) {
+    plant(lineOfAge(700s));
+    constexpr std::uintmax_t size = std::uintmax_t{1} << 43; // of which a file system keeps one block
+    std::filesystem::resize_file(file(), size);
+    GlimmerlyLogSink sink(scratch_.path(), clock());
+    writeLine(sink, "new");
+    EXPECT_GT(std::filesystem::file_size(file()), size);
+}
+
 TEST_F(GlimmerlyLogSinkTest, PrunesAtTheFiftiethLine) {
     GlimmerlyLogSink sink(scratch_.path(), clock());
     sink.bootstrap();

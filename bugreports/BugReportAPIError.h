@@ -24,7 +24,7 @@ public:
     struct InvalidBaseURL {
         bool operator==(const InvalidBaseURL&) const = default;
     };
-    /// What answered does not speak HTTP.
+    /// What answered does not speak HTTP. The user is told the same when nothing answered.
     struct UnexpectedResponse {
         bool operator==(const UnexpectedResponse&) const = default;
     };

@@ -2,7 +2,6 @@
 
 #include "base/Overloaded.h"
 #include "base/Whitespace.h"
-#include "bugreports/form/BugReportSheetText.h"
 #include "diagnostics/GlimmerlyLog.h"
 
 #include <QPointer>
@@ -27,7 +26,7 @@ std::string messageFor(const BugReportFailure& failure) {
                                   log_category::bugReport,
                                   "Bug report submission failed with unexpected transport/decoding path", {},
                                   error);
-                              return std::string(bug_report_text::connectionFailed);
+                              return BugReportAPIError(BugReportAPIError::UnexpectedResponse{}).message();
                           },
                       },
                       failure);

@@ -16,7 +16,5 @@ inline constexpr auto descriptionPlaceholder = "What happened? What did you expe
 inline constexpr auto cancel = "Cancel";
 inline constexpr auto report = "Report";
 inline constexpr auto reporting = "Sending the report"; ///< for those who cannot see it
-inline constexpr auto connectionFailed =
-    "We could not submit your bug report. Check your connection and try again.";
 
 } // namespace glimmerly::bug_report_text

@@ -16,7 +16,7 @@ bool FocusVisibility::isVisible() const {
 }
 
 bool FocusVisibility::eventFilter(QObject*, QEvent* event) {
-    if (event->type() == QEvent::FocusIn) {
+    if (event->type() == QEvent::FocusIn && widget_.hasFocus()) { // QDialog (6.4) sends one before that
         const auto reason = static_cast<QFocusEvent*>(event)->reason();
         // Coming back to a window shows again what was seen before.
         if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)

@@ -1,7 +1,7 @@
 #include "ui/FollowAppearance.h"
 
-#include "ui/TooltipStyle.h"
 #include "ui/UiColors.h"
+#include "ui/UiWidgetStyle.h"
 
 #include <QApplication>
 
@@ -9,7 +9,7 @@ namespace glimmerly {
 
 Observation followAppearance(Appearance& appearance) {
     const auto apply = [&appearance] { QApplication::setPalette(uiPalette(appearance.colorScheme())); };
-    QApplication::setStyle(new TooltipStyle);
+    QApplication::setStyle(new UiWidgetStyle);
     apply();
     return appearance.observe(apply);
 }

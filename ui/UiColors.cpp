@@ -32,8 +32,10 @@ const UiColors lightColors{.windowBackground = {0xf2, 0xf2, 0xf4},
                            .onAccent = {0xff, 0xff, 0xff},
                            .link = {0x17, 0x5c, 0xcc},
                            .success = {0x1f, 0x80, 0x3f},
+                           .warning = {0xb0, 0x6a, 0x00},
                            .error = {0xc0, 0x21, 0x1b},
                            .focusRing = {0x1b, 0x66, 0xe0},
+                           .strongFill = withOpacity(ink, 0.5),
                            .behindSheet = withOpacity(ink, 0.35)};
 
 const UiColors darkColors{.windowBackground = {0x23, 0x23, 0x26},
@@ -52,8 +54,10 @@ const UiColors darkColors{.windowBackground = {0x23, 0x23, 0x26},
                           .onAccent = {0xff, 0xff, 0xff},
                           .link = {0x7a, 0xb3, 0xff},
                           .success = {0x24, 0x82, 0x45},
+                          .warning = {0xff, 0xb8, 0x4d},
                           .error = {0xff, 0x87, 0x7e},
                           .focusRing = {0x6f, 0xab, 0xff},
+                          .strongFill = withOpacity(paper, 0.5),
                           .behindSheet = withOpacity(Qt::black, 0.55)};
 
 constexpr double disabledOpacity = 0.4;

@@ -27,8 +27,11 @@ struct UiColors {
     QColor onAccent;          ///< text on `accent` and `success`
     QColor link;              ///< the accent as text on a background of the window
     QColor success;           ///< "it is granted"
+    QColor warning;           ///< symbols of warnings
     QColor error;             ///< text that tells of a failure
     QColor focusRing;
+    QColor strongFill;  ///< translucent, yet seen on any background: switches that are off, handles of scroll
+                        ///< bars
     QColor behindSheet; ///< over a window that waits for its sheet
 };
 

@@ -36,6 +36,11 @@ inline constexpr int fieldPadding = 8; ///< left and right of the text, beside Q
 inline constexpr int progressBarHeight = 6;
 inline constexpr double focusRingWidth = 2;
 
+inline constexpr int scrollBarWidth = 14;
+inline constexpr int scrollHandleInset = 4;    ///< between the handle and the bar's sides
+inline constexpr int scrollHandleEndInset = 6; ///< and its ends, which may lie in a rounded corner
+inline constexpr int scrollHandleMinimum = 36;
+
 inline constexpr int tooltipPadding = 4; ///< between its text and its edge, beside Qt's own point
 
 } // namespace glimmerly::ui_style

@@ -69,7 +69,7 @@ void UiSwitch::paintTrack(QPainter& painter, const QRectF& points) const {
     const QRectF track = device.alignedPixels(points);
     const double radius = track.height() / 2;
     const bool highlighted = underMouse() && isEnabled();
-    QColor fill = isChecked() ? colors.accent : colors.tertiaryFill;
+    QColor fill = isChecked() ? colors.accent : colors.strongFill;
     if (isDown() || highlighted)
         fill = isDown() ? fill.darker(115) : fill.darker(105);
     painter.setPen(Qt::NoPen);

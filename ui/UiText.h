@@ -23,7 +23,9 @@ inline constexpr TextStyle largeTitle{.size = TextSize::largeTitle, .weight = QF
 inline constexpr TextStyle title2{.size = TextSize::title2, .weight = QFont::DemiBold};
 inline constexpr TextStyle body{};
 inline constexpr TextStyle bodyMedium{.weight = QFont::Medium};
+inline constexpr TextStyle bodySemibold{.weight = QFont::DemiBold};
 inline constexpr TextStyle bodySecondary{.color = TextColor::secondary};
+inline constexpr TextStyle callout{.size = TextSize::callout};
 inline constexpr TextStyle calloutSecondary{.size = TextSize::callout, .color = TextColor::secondary};
 inline constexpr TextStyle calloutError{.size = TextSize::callout, .color = TextColor::error};
 inline constexpr TextStyle captionSecondary{.size = TextSize::caption, .color = TextColor::secondary};

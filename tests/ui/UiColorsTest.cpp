@@ -37,6 +37,7 @@ TEST(UiColorsTest, EveryTextCanBeReadInBothSchemes) {
                 EXPECT_GE(contrast(text, background), 4.5) << text.name().toStdString();
             EXPECT_GE(contrast(colors.focusRing, background), 3) << "the ring";
             EXPECT_GE(contrast(colors.accent, background), 3) << "a button";
+            EXPECT_GE(contrast(colors.warning, background), 3) << "a symbol";
         }
         for (const auto& text : {colors.primary, colors.link})
             EXPECT_GE(contrast(text, colors.sidebarBackground), 4.5) << text.name().toStdString();

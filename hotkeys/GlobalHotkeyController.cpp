@@ -16,6 +16,10 @@ void logFailure(std::string_view message, HotkeyStatus status,
     GlimmerlyLog::error(log_category::hotkey, message, {{"osstatus", std::to_string(status)}}, {}, place);
 }
 
+void logRegistrationFailure(HotkeyStatus status) {
+    logFailure("RegisterEventHotKey failed", status);
+}
+
 } // namespace
 
 GlobalHotkeyController& GlobalHotkeyController::shared() {
@@ -29,10 +33,12 @@ GlobalHotkeyController::GlobalHotkeyController(HotkeyService& service, HotkeySet
     : service_(service), settings_(settings), mainQueue_(mainQueue),
       self_(std::make_shared<GlobalHotkeyController*>(this)) {
     settings_.setRegistrationRefresh([this] { refresh(); });
+    service_.onLoss([](HotkeyStatus status) { logRegistrationFailure(status); });
 }
 
 GlobalHotkeyController::~GlobalHotkeyController() {
     settings_.setRegistrationRefresh({});
+    service_.onLoss({});
     shutdown();
 }
 
@@ -96,7 +102,7 @@ void GlobalHotkeyController::reregister() {
     if (!eventHandlerRef_ || suspendedForRecording_ == Suspension::on)
         return;
     if (const HotkeyStatus status = registerCurrent(); status != hotkey_status::success)
-        logFailure("RegisterEventHotKey failed", status);
+        logRegistrationFailure(status);
 }
 
 HotkeyStatus GlobalHotkeyController::registerCurrent() {

@@ -69,6 +69,10 @@ public:
     [[nodiscard]] virtual Answer<HotkeyRef> registerHotkey(std::uint32_t keyCode, std::uint32_t carbonFlags,
                                                            HotkeyIdentifier identifier) = 0;
     [[nodiscard]] virtual HotkeyStatus unregisterHotkey(HotkeyRef ref) = 0;
+
+    /// `handler` hears why a registered hotkey no longer works, as when the keyboard was laid out anew and
+    /// another program is first. It stays registered, and works again as soon as the keyboard allows.
+    virtual void onLoss(std::function<void(HotkeyStatus)> handler) = 0;
 };
 
 } // namespace glimmerly

@@ -145,9 +145,16 @@ void X11HotkeyService::followModifiers() {
     modifiers_ = current;
     for (auto& [ref, registration] : registrations_)
         registration.grab.reset();
-    // One that is now impossible, or another's, stays registered and silent until the keyboard changes again.
-    for (auto& [ref, registration] : registrations_)
-        std::ignore = grab(registration);
+    // One that is now impossible, or another's, stays registered until the keyboard changes again.
+    std::vector<HotkeyStatus> losses;
+    for (auto& [ref, registration] : registrations_) {
+        if (const HotkeyStatus status = grab(registration); status != hotkey_status::success)
+            losses.push_back(status);
+    }
+    for (const HotkeyStatus status : losses) { // afterwards, as the handler may register and unregister
+        if (onLoss_)
+            onLoss_(status);
+    }
 }
 
 const X11HotkeyService::Registration* X11HotkeyService::find(const xcb_key_press_event_t& event) const {

@@ -25,6 +25,7 @@ public:
     [[nodiscard]] Answer<HotkeyRef> registerHotkey(std::uint32_t keyCode, std::uint32_t carbonFlags,
                                                    HotkeyIdentifier identifier) override;
     [[nodiscard]] HotkeyStatus unregisterHotkey(HotkeyRef ref) override;
+    void onLoss(std::function<void(HotkeyStatus)> handler) override { onLoss_ = std::move(handler); }
 
 private:
     struct Registration {
@@ -62,6 +63,7 @@ private:
     std::map<HandlerRef, Handler> handlers_;
     std::map<HotkeyRef, Registration> registrations_;
     std::uint64_t lastRef_ = 0;
+    std::function<void(HotkeyStatus)> onLoss_;
     X11EventSource events_;
 };
 

@@ -142,6 +142,8 @@ TEST_F(GlobalHotkeyControllerTest, LogsARefusalAndRegistersTheNextChange) {
     EXPECT_EQ(failures().back(), "RegisterEventHotKey failed -50");
     EXPECT_EQ(service.registrationCalls, calls);
     EXPECT_THAT(service.registrations(), IsEmpty());
+    service.lose(hotkey_status::hotkeyExists);
+    EXPECT_EQ(failures().back(), "RegisterEventHotKey failed -9878") << "also long after it was registered";
 }
 
 TEST_F(GlobalHotkeyControllerTest, ForgetsAHotkeyThatCannotBeReleased) {

@@ -65,6 +65,9 @@ public:
             return hotkey_status::hotkeyInvalid;
         return unregisterStatus;
     }
+    void onLoss(std::function<void(HotkeyStatus)> handler) override { lose = std::move(handler); }
+
+    std::function<void(HotkeyStatus)> lose; ///< what the user of the service has hear of losses
 
     /// Presses and releases a key: the handlers hear of it when it is a registered hotkey.
     void press(std::uint32_t keyCode, std::uint32_t carbonFlags) {

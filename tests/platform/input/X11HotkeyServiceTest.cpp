@@ -125,6 +125,18 @@ TEST_F(X11HotkeyServiceTest, FollowsTheKeyboardAsItIsMappedAnew) {
     EXPECT_TRUE(eventuallyWorks(TestKeyboard::altKey)) << "Scroll Lock where there was none";
 }
 
+TEST_F(X11HotkeyServiceTest, SaysSoWhenAChangeOfTheKeyboardMakesTheHotkeyAnothers) {
+    HotkeyStatus loss = hotkey_status::success;
+    service->onLoss([&](HotkeyStatus status) { loss = status; });
+    OtherProgram other;
+    ASSERT_TRUE(other.grabKey(virtual_key::ansiA, XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_1));
+    ASSERT_EQ(registerA().status, hotkey_status::success);
+    TestKeyboard::run(
+        "xmodmap -e 'clear mod4' -e 'clear mod1' -e 'add mod1 = Super_L' -e 'add mod4 = Alt_L'");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return loss == hotkey_status::hotkeyExists; }, bound));
+    other.ungrabKey(virtual_key::ansiA);
+}
+
 TEST_F(X11HotkeyServiceTest, AnotherProgramsGrabOfAnyVariantIsReported) {
     constexpr int shiftSuper = XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_4;
     OtherProgram other;

@@ -17,6 +17,7 @@
 #include <QIcon>
 #include <QMenu>
 #include <QString>
+#include <QTextBoundaryFinder>
 
 namespace glimmerly {
 
@@ -28,7 +29,9 @@ constexpr SymbolConfiguration statusSymbol{14, SymbolWeight::medium};
 /// What stands in the icon's place when there is no picture at all.
 QString titleFor(const std::string& applicationName) {
     const QString name = QString::fromStdString(applicationName);
-    return name.isEmpty() ? "G" : name.left(name.at(0).isHighSurrogate() ? 2 : 1);
+    return name.isEmpty()
+               ? "G"
+               : name.left(QTextBoundaryFinder(QTextBoundaryFinder::Grapheme, name).toNextBoundary());
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "platform/desktop/Relaunch.h"
 #include "platform/desktop/SingleInstance.h"
 #include "platform/desktop/TerminationSignals.h"
+#include "platform/desktop/WithoutHotkeys.h"
 #include "platform/http/CurlHttpClient.h"
 #include "platform/http/endpoint/ServiceEndpoint.h"
 #include "platform/linux/updates/dialogs/LinuxUpdateFramework.h"
@@ -42,8 +43,8 @@ struct Desktop::XServer {
     std::unique_ptr<X11Connection> forWorkspace;
     std::unique_ptr<X11Connection> forOverlayWindows;
     std::unique_ptr<X11Connection> forWindowManager;
-    std::unique_ptr<X11HotkeyService> hotkeys;
-    std::unique_ptr<X11KeyboardLayout> keyboardLayout;
+    std::unique_ptr<HotkeyService> hotkeys;
+    std::unique_ptr<KeyboardLayout> keyboardLayout;
 };
 
 Result<Desktop::XServer> Desktop::XServer::open() {
@@ -55,14 +56,11 @@ Result<Desktop::XServer> Desktop::XServer::open() {
             return failure(opened.error());
         *connection = std::move(*opened);
     }
-    auto hotkeys = X11HotkeyService::open();
-    if (!hotkeys)
-        return failure(hotkeys.error());
-    server.hotkeys = std::move(*hotkeys);
-    auto keyboardLayout = X11KeyboardLayout::open();
-    if (!keyboardLayout)
-        return failure(keyboardLayout.error());
-    server.keyboardLayout = std::move(*keyboardLayout);
+    Result<std::unique_ptr<HotkeyService>> hotkeys = X11HotkeyService::open();
+    server.hotkeys = hotkeys ? std::move(*hotkeys) : std::make_unique<NoHotkeyService>();
+    Result<std::unique_ptr<KeyboardLayout>> keyboardLayout = X11KeyboardLayout::open();
+    server.keyboardLayout =
+        keyboardLayout ? std::move(*keyboardLayout) : std::make_unique<NoKeyboardLayout>();
     return server;
 }
 
@@ -115,8 +113,8 @@ struct Desktop::Services {
     DesktopScreenRecording screenRecording;
     X11Workspace workspace;
     X11OverlayWindows overlayWindows;
-    std::unique_ptr<X11HotkeyService> hotkeys;
-    std::unique_ptr<X11KeyboardLayout> keyboardLayout;
+    std::unique_ptr<HotkeyService> hotkeys;
+    std::unique_ptr<KeyboardLayout> keyboardLayout;
     X11WindowManager windowManager;
     DesktopShortcuts symbolicHotKeys{*keyboardLayout, [this] {
                                          return RunningWindowManager{

@@ -9,6 +9,7 @@
 #include <QKeySequence>
 #include <QPixmap>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -87,8 +88,12 @@ uint MenuExporter::GetLayout(int parentId, int recursionDepth, const QStringList
 
 TrayMenuPropertiesList MenuExporter::GetGroupProperties(const QList<int>& ids, const QStringList&) {
     TrayMenuPropertiesList list;
-    for (const int id : ids)
-        list.append({.id = id, .properties = propertiesOf(id)});
+    const auto add = [&](int id) { list.append({.id = id, .properties = propertiesOf(id)}); };
+    std::ranges::for_each(ids, add);
+    if (ids.isEmpty()) { // which asks for all
+        for (int id = 0; id <= items_.size(); ++id)
+            add(id);
+    }
     return list;
 }
 

@@ -7,12 +7,12 @@
 namespace glimmerly::bench {
 
 ClipboardReader::ClipboardReader(const XClient& client)
-    : client_(client), window_(xcb_generate_id(client.get())), clipboard_(client.atom("CLIPBOARD")),
+    : client_(client), selectionEvent_(xcb_get_extension_data(client.get(), &xcb_xfixes_id)->first_event),
+      window_(xcb_generate_id(client.get())), clipboard_(client.atom("CLIPBOARD")),
       png_(client.atom("image/png")), property_(client.atom("GLIMMERLY_BENCH")) {
     const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_create_window(client.get(), 0, window_, client.root(), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, 0,
                       XCB_CW_EVENT_MASK, &mask);
-    selectionEvent_ = xcb_get_extension_data(client.get(), &xcb_xfixes_id)->first_event;
     const Reply<xcb_xfixes_query_version_reply_t> version(
         xcb_xfixes_query_version_reply(client.get(), xcb_xfixes_query_version(client.get(), 5, 0), nullptr));
     xcb_xfixes_select_selection_input(client.get(), window_, clipboard_,

@@ -36,7 +36,7 @@ private:
     [[nodiscard]] bool waitForEvent(Condition matches) const;
 
     const XClient& client_;
-    std::uint8_t selectionEvent_ = 0;
+    std::uint8_t selectionEvent_;
     xcb_window_t window_;
     xcb_atom_t clipboard_;
     xcb_atom_t png_;

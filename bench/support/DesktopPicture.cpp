@@ -53,7 +53,11 @@ void drawWindow(QPainter& painter, QRectF frame, double em, bool dark, unsigned 
     const std::array<QColor, 4> inks{dark ? QColor(0xcd, 0xd6, 0xf4) : QColor(0x20, 0x20, 0x20),
                                      QColor(0x89, 0x60, 0xd0), QColor(0x30, 0x90, 0x60),
                                      QColor(0xd0, 0x70, 0x30)};
-    for (double y = title.bottom() + em * 1.5; y < frame.bottom() - em; y += em * 1.4) {
+    const double lineHeight = em * 1.4;
+    const double top = title.bottom() + em * 1.5;
+    const int lines = static_cast<int>(std::ceil((frame.bottom() - em - top) / lineHeight));
+    for (int line = 0; line < lines; ++line) {
+        const double y = top + line * lineHeight;
         double x = frame.left() + em * (1 + static_cast<int>(random() % 3) * 2);
         const double end = frame.left() + frame.width() * (0.3 + 0.006 * static_cast<int>(random() % 100));
         while (x < end) {

@@ -26,9 +26,9 @@ constexpr double ringGap = 2; // within the selection's colour
 class SettingsSidebar::Row : public QStyledItemDelegate {
 public:
     explicit Row(SettingsSidebar& sidebar) : QStyledItemDelegate(&sidebar), sidebar_(sidebar) {
+        const auto textSize = static_cast<double>(sidebar.font().pixelSize());
         for (const auto& entry : settingsPanes)
-            symbols_.push_back(SymbolImage::symbol(
-                entry.symbol, {.pointSize = ui_style::bodySize, .weight = SymbolWeight::regular}));
+            symbols_.push_back(SymbolImage::symbol(entry.symbol, {.pointSize = textSize}));
     }
 
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const override {

@@ -61,7 +61,7 @@ UiSheet::UiSheet(QWidget& window, QWidget* content)
     show();
     raise();
     setFocus(); // away from the window, even when nothing in the form takes it
-    focusNextPrevChild(true);
+    UiSheet::focusNextPrevChild(true);
     disableBelow();
 }
 

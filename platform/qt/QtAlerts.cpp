@@ -7,6 +7,7 @@
 #include "ui/WindowPlacement.h"
 
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QEvent>
 #include <QLabel>
 #include <QLayout>
@@ -23,7 +24,8 @@ namespace {
 constexpr int explanationWidth = 360; // at least: it has room for a path
 constexpr double symbolSize = 32;
 constexpr int padding = 24;
-constexpr int rowSpacing = 8;
+constexpr int spacing = 8;
+constexpr int aboveButtons = 10; // beside the spacing
 
 QMessageBox::Icon iconFor(AlertStyle style) {
     switch (style) {
@@ -60,7 +62,7 @@ public:
         setInformativeText(toQString(alert.informativeText));
         addButtons(alert.buttons);
         layout()->setContentsMargins(padding, padding, padding, padding);
-        layout()->setSpacing(rowSpacing);
+        layout()->setSpacing(spacing);
         showSymbol();
         styleTexts();
     }
@@ -93,6 +95,10 @@ private:
             setEscapeButton(button);
             buttons_.push_back(button);
         }
+        if (auto* row = findChild<QDialogButtonBox*>()) {
+            row->setContentsMargins(0, aboveButtons, 0, 0);
+            row->layout()->setSpacing(spacing);
+        }
     }
 
     /// By the names that Qt (6.4) gives them.
@@ -107,6 +113,7 @@ private:
         if (explanation) {
             explanation->setFont(uiFont(text_style::callout));
             explanation->setMinimumWidth(explanationWidth);
+            explanation->setContentsMargins(0, 0, 0, 0);
         }
         if (auto* message = messageLabel()) {
             message->setFont(uiFont(text_style::bodySemibold));

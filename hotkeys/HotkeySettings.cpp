@@ -4,6 +4,8 @@
 #include "platform/Platform.h"
 #include "platform/Preferences.h"
 
+#include <utility>
+
 namespace glimmerly {
 
 HotkeySettings& HotkeySettings::shared() {
@@ -21,8 +23,8 @@ void HotkeySettings::setKeyCombination(std::optional<KeyCombination> combination
     willChange_.announce();
     keyCombination_ = combination;
     persist();
-    if (refreshRegistration_)
-        refreshRegistration_();
+    refreshDue_ = true;
+    refreshIfPossible();
     notifications_.post(didChangeNotification);
 }
 
@@ -32,6 +34,12 @@ Observation HotkeySettings::observeWillChange(std::function<void()> observer) {
 
 void HotkeySettings::setRegistrationRefresh(std::function<void()> refresh) {
     refreshRegistration_ = std::move(refresh);
+    refreshIfPossible();
+}
+
+void HotkeySettings::refreshIfPossible() {
+    if (refreshRegistration_ && std::exchange(refreshDue_, false))
+        refreshRegistration_();
 }
 
 KeyCombination HotkeySettings::storedOrDefault() const {

@@ -32,18 +32,20 @@ public:
     /// `observer` runs just before each change of the combination.
     [[nodiscard]] Observation observeWillChange(std::function<void()> observer);
 
-    /// What asks the system-wide registration to follow a change. The registration reads these settings and
-    /// sets this itself, so that the settings need not know it.
+    /// What asks the system-wide registration to follow a change; asked at once if one was made before it was
+    /// there. The registration reads these settings and sets this itself, so that they need not know it.
     void setRegistrationRefresh(std::function<void()> refresh);
 
 private:
     [[nodiscard]] KeyCombination storedOrDefault() const;
     void persist();
+    void refreshIfPossible();
 
     Preferences& preferences_;
     NotificationCenter& notifications_;
     Observers willChange_;
     std::function<void()> refreshRegistration_;
+    bool refreshDue_ = false;
     std::optional<KeyCombination> keyCombination_;
 };
 

@@ -25,6 +25,7 @@ class GlobalHotkeyControllerTest : public testing::Test {
 protected:
     void start() {
         controller->start([this] { ++requests; });
+        mainQueue.runAll(); // the refresh for the first value
     }
     /// The one line about a failure, as "message status".
     std::vector<std::string> failures() const {

@@ -77,6 +77,8 @@ TEST_F(HotkeySettingsTest, EveryAssignmentRunsTheWholeSequenceInOrder) {
     };
     auto observation = settings.observeWillChange([&] { note("will"); });
     settings.setRegistrationRefresh([&] { note("refresh"); });
+    EXPECT_THAT(steps, ElementsAre("refresh [0,12] [0,12]")) << "the first value's";
+    steps.clear();
     const auto after = notifications.observe(HotkeySettings::didChangeNotification, [&] { note("did"); });
 
     settings.setKeyCombination(controlCommandSpace);

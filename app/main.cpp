@@ -17,8 +17,8 @@ namespace {
 
 using namespace glimmerly;
 
-std::unique_ptr<Desktop> openDesktop(int& argc, char** argv, TrialStart& start) {
-    auto desktop = Desktop::open(argc, argv, programBundle(), start);
+std::unique_ptr<Desktop> openDesktop(char* program, TrialStart& start) {
+    auto desktop = Desktop::open(program, programBundle(), start);
     if (desktop)
         return std::move(*desktop);
     std::fprintf(stderr, "glimmerly: %s\n", desktop.error().description().c_str());
@@ -31,7 +31,7 @@ int main(int argc, char** argv) {
     surviveFailedWrites();
     TrialStart start(InstalledFolder::ofThisProcess());
     if (argc == 2 && std::string_view(argv[1]) == selfCheckOption)
-        return openDesktop(argc, argv, start) ? EXIT_SUCCESS : EXIT_FAILURE;
+        return openDesktop(argv[0], start) ? EXIT_SUCCESS : EXIT_FAILURE;
 
     start.begin();
     auto instance = SingleInstance::claim();
@@ -47,7 +47,7 @@ int main(int argc, char** argv) {
     else if ((*instance)->isOnlySession())
         removeAbandonedCaptureFiles();
     AppDelegate delegate;
-    const auto desktop = openDesktop(argc, argv, start);
+    const auto desktop = openDesktop(argv[0], start);
     if (!desktop)
         return EXIT_FAILURE;
     desktop->followStarts(instance ? &**instance : nullptr);

@@ -29,7 +29,6 @@
 #include "platform/x11/X11WindowManager.h"
 #include "platform/x11/X11Workspace.h"
 
-#include <cstdlib>
 
 namespace glimmerly {
 
@@ -127,17 +126,15 @@ struct Desktop::Services {
     LinuxUpdateFramework updates;
 };
 
-Result<std::unique_ptr<Desktop>> Desktop::open(int& argc, char** argv, const BundleInfo& bundle,
+Result<std::unique_ptr<Desktop>> Desktop::open(char* program, const BundleInfo& bundle,
                                                TrialStart& start) {
     // Without a server Qt would abort the process.
     if (const auto reachable = X11Connection::open(); !reachable)
         return failure(reachable.error());
-    // The services of this desktop are the X server's, so the windows must be too.
-    ::setenv("QT_QPA_PLATFORM", "xcb", 1);
     // What runs at exit does so in reverse order, and the last events are sent from there.
     if (isServiceConfigured(bundle.serviceBaseURL))
         CurlHttpClient::prepare();
-    auto application = std::make_unique<QtApplication>(argc, argv, bundle);
+    auto application = std::make_unique<QtApplication>(program, bundle);
     auto server = XServer::open();
     if (!server)
         return failure(server.error());

@@ -16,10 +16,11 @@ class TrialStart;
 /// the process's platform. One object a process; it must outlive every use of a service.
 class Desktop {
 public:
-    /// Sets the process up on the X server that the environment names; an error when there is none. Keeps
-    /// `argc` and `argv` in use. `start`, which must outlive the object, ends when launching has finished.
-    [[nodiscard]] static Result<std::unique_ptr<Desktop>> open(int& argc, char** argv,
-                                                               const BundleInfo& bundle, TrialStart& start);
+    /// Sets the process up on the X server that the environment names; an error when there is none. `program`
+    /// is the name it was started by, and stays in use. `start`, which must outlive the object, ends when
+    /// launching has finished.
+    [[nodiscard]] static Result<std::unique_ptr<Desktop>> open(char* program, const BundleInfo& bundle,
+                                                               TrialStart& start);
     ~Desktop();
     Desktop(const Desktop&) = delete;
     Desktop& operator=(const Desktop&) = delete;

@@ -57,11 +57,12 @@ public:
     }
 };
 
-QtApplication::QtApplication(int& argc, char** argv, const BundleInfo& bundle) {
+QtApplication::QtApplication(char* program, const BundleInfo& bundle)
+    : arguments_{program, platformOption_.data(), platformName_.data(), nullptr} {
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QGuiApplication::setDesktopFileName(toQString(bundle.identifier.value_or("")));
     QCoreApplication::setApplicationName(toQString(bundle.applicationName()));
-    toolkit_ = std::make_unique<Toolkit>(argc, argv);
+    toolkit_ = std::make_unique<Toolkit>(argumentCount_, arguments_.data());
     QCoreApplication::installTranslator(&toolkit_->keyNames);
     if (const auto icon = QtImages().applicationIcon())
         QGuiApplication::setWindowIcon(*icon);

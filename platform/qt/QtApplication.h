@@ -2,15 +2,17 @@
 
 #include "platform/Application.h"
 
+#include <array>
 #include <memory>
+#include <string>
 
 namespace glimmerly {
 
 /// The program as Qt's application object. Made before every other object of Qt, destroyed after them.
 class QtApplication : public Application {
 public:
-    /// Keeps `argc` and `argv` in use for its whole life.
-    QtApplication(int& argc, char** argv, const BundleInfo& bundle);
+    /// `program` is the name it was started by; it stays in use for the whole life.
+    QtApplication(char* program, const BundleInfo& bundle);
     ~QtApplication() override;
     QtApplication(const QtApplication&) = delete;
     QtApplication& operator=(const QtApplication&) = delete;
@@ -37,6 +39,12 @@ public:
     void openSuccessor(const std::filesystem::path& program, Completion completion) override;
 
 private:
+    // The services of this desktop are the X server's, so the windows must be too. Said here rather than in the
+    // environment, which the programs opened from here inherit.
+    std::string platformOption_ = "-platform", platformName_ = "xcb";
+    std::array<char*, 4> arguments_;
+    int argumentCount_ = 3;
+
     class Toolkit;
     std::unique_ptr<Toolkit> toolkit_;
     std::function<void()> reopenHandler_;

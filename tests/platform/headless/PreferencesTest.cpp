@@ -1,5 +1,6 @@
 #include "hotkeys/HotkeySettings.h"
 #include "platform/qt/QtPreferences.h"
+#include "tests/support/FakePreferences.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/ProcessState.h"
 #include "tests/support/ScratchDirectory.h"
@@ -17,8 +18,8 @@ protected:
     const std::filesystem::path file = scratch.path() / "config" / "app" / "preferences.ini";
 };
 
-TEST_F(QtPreferencesTest, KeepBytesUnderTheirKeys) {
-    QtPreferences preferences(file);
+/// What everyone who uses preferences relies on.
+void expectContract(Preferences& preferences) {
     EXPECT_EQ(preferences.data("a"), std::nullopt);
     const std::string everyByte = [] {
         std::string bytes;
@@ -35,6 +36,15 @@ TEST_F(QtPreferencesTest, KeepBytesUnderTheirKeys) {
     preferences.remove("a");
     EXPECT_EQ(preferences.data("a"), std::nullopt);
     EXPECT_EQ(preferences.data("b"), "two");
+    preferences.setBool("b", true);
+    EXPECT_EQ(preferences.data("b"), "true");
+}
+
+TEST_F(QtPreferencesTest, KeepTheContractAsTheFakeDoes) {
+    QtPreferences preferences(file);
+    expectContract(preferences);
+    FakePreferences fake;
+    expectContract(fake);
 }
 
 TEST_F(QtPreferencesTest, LieInTheConfigurationDirectory) {

@@ -1,5 +1,7 @@
 #include "platform/qt/QtMainQueue.h"
 
+#include "tests/support/FakeMainQueue.h"
+
 #include <QTest>
 #include <QThread>
 #include <gmock/gmock.h>
@@ -10,8 +12,8 @@
 namespace glimmerly {
 namespace {
 
-TEST(QtMainQueueTest, RunsTasksLaterInOrderOnTheMainThread) {
-    QtMainQueue queue;
+/// What everyone who posts tasks relies on; `turn` lets posted tasks run.
+void expectContract(MainQueue& queue, const std::function<void()>& turn) {
     std::vector<int> ran;
     queue.post([&] {
         ran.push_back(1);
@@ -20,8 +22,18 @@ TEST(QtMainQueueTest, RunsTasksLaterInOrderOnTheMainThread) {
     });
     std::thread([&] { queue.post([&] { ran.push_back(2); }); }).join();
     EXPECT_TRUE(ran.empty());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return ran.size() == 3; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        turn();
+        return ran.size() == 3;
+    }));
     EXPECT_THAT(ran, testing::ElementsAre(1, 2, 3));
+}
+
+TEST(QtMainQueueTest, KeepsTheContractAsTheFakeDoes) {
+    QtMainQueue queue;
+    expectContract(queue, [] {});
+    FakeMainQueue fake;
+    expectContract(fake, [&] { fake.runAll(); });
 }
 
 TEST(QtMainQueueTest, DropsWhatHasNotRunWhenItGoes) {

@@ -29,7 +29,6 @@
 #include "platform/x11/X11WindowManager.h"
 #include "platform/x11/X11Workspace.h"
 
-
 namespace glimmerly {
 
 /// What talks to the X server beside Qt.
@@ -126,8 +125,7 @@ struct Desktop::Services {
     LinuxUpdateFramework updates;
 };
 
-Result<std::unique_ptr<Desktop>> Desktop::open(char* program, const BundleInfo& bundle,
-                                               TrialStart& start) {
+Result<std::unique_ptr<Desktop>> Desktop::open(char* program, const BundleInfo& bundle, TrialStart& start) {
     // Without a server Qt would abort the process.
     if (const auto reachable = X11Connection::open(); !reachable)
         return failure(reachable.error());

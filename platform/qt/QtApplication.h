@@ -39,8 +39,8 @@ public:
     void openSuccessor(const std::filesystem::path& program, Completion completion) override;
 
 private:
-    // The services of this desktop are the X server's, so the windows must be too. Said here rather than in the
-    // environment, which the programs opened from here inherit.
+    // The services of this desktop are the X server's, so the windows must be too. Said here rather than in
+    // the environment, which the programs opened from here inherit.
     std::string platformOption_ = "-platform", platformName_ = "xcb";
     std::array<char*, 4> arguments_;
     int argumentCount_ = 3;

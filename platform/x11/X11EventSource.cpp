@@ -12,7 +12,10 @@ X11EventSource::X11EventSource(X11Connection& connection, Handler handler)
     // main loop tells of each turn by one of these signals, the first if it is about to wait.
     auto* const mainLoop = QAbstractEventDispatcher::instance();
     for (const auto turn : {&QAbstractEventDispatcher::aboutToBlock, &QAbstractEventDispatcher::awake})
-        QObject::connect(mainLoop, turn, &notifier_, [this] { drain(Reading::queueOnly); });
+        QObject::connect(mainLoop, turn, &notifier_, [this] {
+            drain(Reading::queueOnly);
+            xcb_flush(connection_.get());
+        });
 }
 
 void X11EventSource::catchUp() {

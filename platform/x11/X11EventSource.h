@@ -9,7 +9,8 @@
 namespace glimmerly {
 
 /// Hands each event of a connection to `handler` as the main loop turns, those included that arrive while a
-/// reply is awaited. When the server goes away it falls silent. `connection` must outlive it.
+/// reply is awaited, and sends the requests that still wait in XCB's buffer. When the server goes away it
+/// falls silent. `connection` must outlive it.
 class X11EventSource {
 public:
     using Handler = std::function<void(const xcb_generic_event_t&)>;

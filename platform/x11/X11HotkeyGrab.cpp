@@ -36,13 +36,13 @@ X11HotkeyGrab::X11HotkeyGrab(X11Connection& connection, std::vector<xcb_keycode_
 }
 
 X11HotkeyGrab::~X11HotkeyGrab() {
-    // Letting go of what another client holds does nothing.
+    // Letting go of what another client holds does nothing. Sent at the end of the main loop's turn: with
+    // what is grabbed instead, as a rule the same keys, so that the server sees both at once and no press
+    // falls between.
     for (const xcb_keycode_t keycode : keycodes_) {
         for (const std::uint16_t modifiers : variants_)
             xcb_ungrab_key(connection_.get(), keycode, connection_.root(), modifiers);
     }
-    // Whoever is told that it is free must be able to take it.
-    connection_.sync();
 }
 
 } // namespace glimmerly

@@ -105,6 +105,8 @@ X11HotkeyService::registerHotkey(std::uint32_t keyCode, std::uint32_t carbonFlag
 }
 
 HotkeyStatus X11HotkeyService::unregisterHotkey(HotkeyRef ref) {
+    // What was pressed before counts.
+    events_.catchUp();
     return registrations_.erase(ref) == 1 ? hotkey_status::success : hotkey_status::hotkeyInvalid;
 }
 

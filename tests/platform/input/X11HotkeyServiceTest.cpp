@@ -125,6 +125,17 @@ TEST_F(X11HotkeyServiceTest, FollowsTheKeyboardAsItIsMappedAnew) {
     EXPECT_TRUE(eventuallyWorks(TestKeyboard::altKey)) << "Scroll Lock where there was none";
 }
 
+TEST_F(X11HotkeyServiceTest, APressJustBeforeItIsRegisteredAgainCounts) {
+    const auto first = registerA();
+    holdHotkey();
+    EXPECT_EQ(service->unregisterHotkey(first.ref), hotkey_status::success);
+    ASSERT_EQ(registerA().status, hotkey_status::success);
+    EXPECT_EQ(presses, 1);
+    releaseHotkey();
+    pressHotkey();
+    EXPECT_TRUE(waitForPresses(2));
+}
+
 TEST_F(X11HotkeyServiceTest, SaysSoWhenAChangeOfTheKeyboardMakesTheHotkeyAnothers) {
     HotkeyStatus loss = hotkey_status::success;
     service->onLoss([&](HotkeyStatus status) { loss = status; });
@@ -147,7 +158,8 @@ TEST_F(X11HotkeyServiceTest, AnotherProgramsGrabOfAnyVariantIsReported) {
         EXPECT_EQ(answer.status, hotkey_status::hotkeyExists);
         EXPECT_EQ(answer.ref, 0U);
         // No variant is left held.
-        EXPECT_TRUE(third.grabKey(virtual_key::ansiA, shiftSuper | (lock ^ XCB_MOD_MASK_2)));
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] { return third.grabKey(virtual_key::ansiA, shiftSuper | (lock ^ XCB_MOD_MASK_2)); }, bound));
         third.ungrabKey(virtual_key::ansiA);
         other.ungrabKey(virtual_key::ansiA);
     }

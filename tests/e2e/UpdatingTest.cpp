@@ -16,6 +16,7 @@ constexpr auto offered = "Glimmerly 2.0 is available";
 constexpr auto downloading = "Downloading Glimmerly 2.0…";
 constexpr auto ready = "Glimmerly 2.0 is ready to install";
 constexpr auto didNotWork = "The update did not work";
+constexpr auto checkDidNotWork = "The check for updates did not work";
 constexpr auto upToDate = "You’re up to date!";
 
 TEST(Updating, ThePackagedProgramComesBackAsTheNewerVersionWithItsPreferences) {
@@ -37,7 +38,7 @@ TEST(Updating, ThePackagedProgramComesBackAsTheNewerVersionWithItsPreferences) {
     ASSERT_TRUE(waitUntil([&] { return program->isHotkeyHeld(); }));
     ASSERT_TRUE(installation.check());
     ASSERT_TRUE(installation.accept(upToDate)) << "the one that runs now is the newest";
-    EXPECT_EQ(program->log(found).size(), 1U);
+    EXPECT_TRUE(program->waitForLog(found));
 }
 
 TEST(Updating, WhateverTheServerSendsTheOldVersionGoesOnAndSaysWhy) {
@@ -66,8 +67,8 @@ TEST(Updating, WhateverTheServerSendsTheOldVersionGoesOnAndSaysWhy) {
         {"a program that does not load", installation.feedFor(broken), broken, didNotWork, 3003},
         {"an older version", installation.feed("file", Installation::Signer::us, "0.9"), archive, upToDate,
          1001},
-        {"entities in entities", bomb + installation.feed("file"), archive, didNotWork, 1000},
-        {"a page", "<!DOCTYPE html><html><body>Welcome</body></html>", archive, didNotWork, 1000},
+        {"entities in entities", bomb + installation.feed("file"), archive, checkDidNotWork, 1000},
+        {"a page", "<!DOCTYPE html><html><body>Welcome</body></html>", archive, checkDidNotWork, 1000},
     };
     const auto program = installation.start();
     for (const auto& [name, feed, served, title, code] : cases) {

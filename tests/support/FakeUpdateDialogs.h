@@ -40,9 +40,10 @@ public:
         ready = std::move(answer);
     }
     void showInstalling(const AppcastItem&) override { shown = "installing"; }
-    void showError(const Error& error, std::function<void()> acknowledged) override {
+    void showError(const Error& error, std::function<void(ErrorAnswer)> answer) override {
         shown = "error " + std::to_string(error.code());
-        acknowledge = std::move(acknowledged);
+        acknowledge = [answer] { answer(ErrorAnswer::acknowledged); };
+        choosePage = [answer] { answer(ErrorAnswer::openDownloadPage); };
     }
     void openPage(const std::string& url) override { page = url; }
     void bringForward() override { ++broughtForward; }
@@ -56,6 +57,7 @@ public:
     std::function<void(PermissionAnswer)> permission;
     std::function<void(UpdateAnswer)> offer;
     std::function<void(ReadyAnswer)> ready;
+    std::function<void()> choosePage;
     std::function<void()> acknowledge; ///< or cancel, whatever the dialog has
 };
 

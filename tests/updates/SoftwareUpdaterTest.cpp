@@ -167,6 +167,15 @@ TEST_F(SoftwareUpdaterTest, EveryFailureIsToldOnceAndTheNextCheckCanBegin) {
              work.prepared(failing(UpdateErrorCode::signatureInvalid));
          },
          3001, "error 3001"},
+        {"a folder that cannot be replaced, found out too late to offer the page instead",
+         [&] {
+             work.fed({{itemOf("2")}});
+             dialogs.offer(UpdateAnswer::install);
+             work.prepared(failing(UpdateErrorCode::notReplaceable));
+             dialogs.choosePage();
+             EXPECT_EQ(dialogs.page, "https://a.example/page");
+         },
+         4001, "nothing"},
         {"not installed",
          [&] {
              work.installOutcome = failing(UpdateErrorCode::notInstalled);

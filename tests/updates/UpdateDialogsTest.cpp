@@ -1,3 +1,4 @@
+#include "platform/linux/updates/UpdateError.h"
 #include "platform/linux/updates/dialogs/ReleaseNotes.h"
 #include "platform/linux/updates/dialogs/StandardUpdateDialogs.h"
 #include "platform/linux/updates/dialogs/UpdateWindow.h"
@@ -74,6 +75,28 @@ TEST_F(UpdateDialogsTest, AnAvailableUpdateIsAnsweredByButtonsAndKeys) {
     EXPECT_EQ(window().windowTitle(), "Glimmerly 2.0 is available");
     dialogs.close();
     EXPECT_EQ(dialogs.window(), nullptr);
+}
+
+TEST_F(UpdateDialogsTest, AnErrorOffersTheDownloadPageWhereTheFolderIsAllThatIsInTheWay) {
+    const auto folder = UpdateErrorCode::notReplaceable;
+    const struct {
+        Error error;
+        const char* title;
+        QStringList buttons;
+    } cases[] = {
+        {updateError(folder), "The update did not work", {"OK", "Open download page"}},
+        {updateError(folder, Error::posix(EINVAL, "")),
+         "The update did not work",
+         {"OK", "Open download page"}},
+        {updateError(folder, Error::posix(ENOSPC, "")), "The update did not work", {"OK"}},
+        {updateError(folder, Error::posix(EWOULDBLOCK, "")), "The update did not work", {"OK"}},
+        {updateError(UpdateErrorCode::feedInvalid), "The check for updates did not work", {"OK"}},
+    };
+    for (const auto& [error, title, expected] : cases) {
+        dialogs.showError(error, [](ErrorAnswer) {});
+        EXPECT_EQ(window().windowTitle(), title);
+        EXPECT_EQ(buttons(), expected);
+    }
 }
 
 TEST_F(UpdateDialogsTest, ProgressIsShownAndCancelled) {

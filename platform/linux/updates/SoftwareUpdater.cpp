@@ -88,7 +88,7 @@ void SoftwareUpdater::checkForUpdates() {
     initiator_ = CheckInitiator::user;
     if (services_.work == nullptr)
         return services_.dialogs.showError(updateError(UpdateErrorCode::notConfigured),
-                                           [this] { services_.dialogs.close(); });
+                                           [this](ErrorAnswer) { services_.dialogs.close(); });
     if (phase_ == Phase::idle || phase_ == Phase::askingPermission) // asked again at the next launch
         check(CheckInitiator::user);
     else if (phase_ == Phase::ready)
@@ -165,9 +165,13 @@ void SoftwareUpdater::offerAnswered(UpdateAnswer answer) {
     if (answer == UpdateAnswer::skip)
         services_.schedule.setSkippedVersion(item_->version);
     if (answer == UpdateAnswer::openDownloadPage)
-        services_.dialogs.openPage(item_->link.empty() ? services_.downloadPage : item_->link);
+        openDownloadPage();
     services_.dialogs.close();
     enter(Phase::idle);
+}
+
+void SoftwareUpdater::openDownloadPage() {
+    services_.dialogs.openPage(item_ && !item_->link.empty() ? item_->link : services_.downloadPage);
 }
 
 void SoftwareUpdater::download() {
@@ -262,7 +266,9 @@ void SoftwareUpdater::abort(const Error& error, Telling telling) {
     if (telling == Telling::delegateOnly)
         return enter(Phase::idle);
     enter(Phase::telling);
-    services_.dialogs.showError(error, [this] {
+    services_.dialogs.showError(error, [this](ErrorAnswer answer) {
+        if (answer == ErrorAnswer::openDownloadPage)
+            openDownloadPage();
         services_.dialogs.close();
         enter(Phase::idle);
     });

@@ -77,6 +77,7 @@ private:
     void nothingToOffer(NoUpdateReason reason);
     void offer(Prominence prominence);
     void offerAnswered(UpdateAnswer answer);
+    void openDownloadPage();
 
     void download();
     void prepared(const Result<void>& outcome);

@@ -10,6 +10,7 @@
 namespace glimmerly {
 
 enum class UpdateAnswer { install, later, skip, openDownloadPage };
+enum class ErrorAnswer { acknowledged, openDownloadPage };
 enum class ReadyAnswer { installAndRelaunch, later };
 enum class PermissionAnswer { check, doNotCheck };
 
@@ -41,7 +42,8 @@ public:
     virtual void showReady(const AppcastItem& item, Prominence prominence,
                            std::function<void(ReadyAnswer)> answer) = 0;
     virtual void showInstalling(const AppcastItem& item) = 0;
-    virtual void showError(const Error& error, std::function<void()> acknowledged) = 0;
+    /// The download page is among the answers where the update can be installed by hand.
+    virtual void showError(const Error& error, std::function<void(ErrorAnswer)> answer) = 0;
     virtual void openPage(const std::string& url) = 0;
     /// Brings the dialog that is shown forward.
     virtual void bringForward() = 0;

@@ -40,26 +40,32 @@ const char* wordsFor(UpdateErrorCode code) {
     return "";
 }
 
-bool isFullDisk(const std::optional<Error>& cause) {
-    return cause && cause->domain() == "POSIX" && (cause->code() == ENOSPC || cause->code() == EDQUOT);
+bool isFullDisk(const Error& cause) {
+    return cause.domain() == "POSIX" && (cause.code() == ENOSPC || cause.code() == EDQUOT);
 }
 
-bool isHeldByAnother(const std::optional<Error>& cause) {
-    return cause && cause->domain() == "POSIX" && cause->code() == EWOULDBLOCK;
+bool isHeldByAnother(const Error& cause) {
+    return cause.domain() == "POSIX" && cause.code() == EWOULDBLOCK;
 }
 
 } // namespace
 
 Error updateError(UpdateErrorCode code, const std::optional<Error>& cause) {
     const char* words = wordsFor(code);
-    if (isFullDisk(cause))
+    if (cause && isFullDisk(*cause))
         words = "There is not enough room on the disk for the update. Nothing was changed.";
-    else if (isHeldByAnother(cause))
+    else if (cause && isHeldByAnother(*cause))
         words = "Another copy of this program is being updated right now. Please try again later.";
     Error error(std::string(updateErrorDomain), static_cast<int>(code), words);
     if (!cause)
         return error;
     return std::move(error).withFailureReason(cause->description()).withUnderlying(*cause);
+}
+
+bool canInstallByHand(const Error& error) {
+    const auto* cause = error.underlying();
+    return isCode(error, UpdateErrorCode::notReplaceable) &&
+           (cause == nullptr || (!isFullDisk(*cause) && !isHeldByAnother(*cause)));
 }
 
 } // namespace glimmerly

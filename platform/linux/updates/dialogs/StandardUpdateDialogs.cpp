@@ -1,5 +1,6 @@
 #include "platform/linux/updates/dialogs/StandardUpdateDialogs.h"
 
+#include "platform/linux/updates/UpdateError.h"
 #include "platform/linux/updates/dialogs/UpdateWindow.h"
 #include "ui/QtConversions.h"
 
@@ -25,11 +26,20 @@ QString whyUpToDate(NoUpdateReason reason, const QString& name, const QString& v
                        "You have %2.")
             .arg(name, version);
     case NoUpdateReason::unknown:
+        return QString("No version of %1 for this computer is offered. You have %2.").arg(name, version);
     case NoUpdateReason::onLatestVersion:
     case NoUpdateReason::skipped:
         return QString("%1 %2 is the newest version that is offered.").arg(name, version);
     }
     return {};
+}
+
+QString whatFailed(const Error& error) {
+    if (isCode(error, UpdateErrorCode::notConfigured))
+        return "No updates";
+    if (isCode(error, UpdateErrorCode::feedUnreachable) || isCode(error, UpdateErrorCode::feedInvalid))
+        return "The check for updates did not work";
+    return "The update did not work";
 }
 
 QString whyByHand(Replaceability replaceability) {
@@ -86,7 +96,7 @@ void StandardUpdateDialogs::showChecking(std::function<void()> cancel) {
 
 void StandardUpdateDialogs::showUpToDate(const std::string& currentVersion, NoUpdateReason reason,
                                          std::function<void()> acknowledged) {
-    const bool isCurrent = reason != NoUpdateReason::systemIsTooOld;
+    const bool isCurrent = reason != NoUpdateReason::systemIsTooOld && reason != NoUpdateReason::unknown;
     shownWindow().showPage({.title = isCurrent ? "You’re up to date!" : "No update for this system",
                             .message = whyUpToDate(reason, name_, toQString(currentVersion)),
                             .buttons = {{"OK", acknowledged}},
@@ -148,13 +158,15 @@ void StandardUpdateDialogs::showInstalling(const AppcastItem& item) {
         Prominence::inFront);
 }
 
-void StandardUpdateDialogs::showError(const Error& error, std::function<void()> acknowledged) {
-    const bool isConfiguration = error.code() == static_cast<int>(UpdateErrorCode::notConfigured);
-    shownWindow().showPage({.title = isConfiguration ? "No updates" : "The update did not work",
-                            .message = toQString(error.description()),
-                            .buttons = {{"OK", acknowledged}},
-                            .dismiss = acknowledged},
-                           Prominence::inFront);
+void StandardUpdateDialogs::showError(const Error& error, std::function<void(ErrorAnswer)> answer) {
+    const auto acknowledged = giving(answer, ErrorAnswer::acknowledged);
+    UpdatePage page{.title = whatFailed(error),
+                    .message = toQString(error.description()),
+                    .buttons = {{"OK", acknowledged}},
+                    .dismiss = acknowledged};
+    if (canInstallByHand(error))
+        page.buttons.push_back({"Open download page", giving(answer, ErrorAnswer::openDownloadPage)});
+    shownWindow().showPage(page, Prominence::inFront);
 }
 
 void StandardUpdateDialogs::openPage(const std::string& url) {

@@ -29,7 +29,7 @@ public:
     void showReady(const AppcastItem& item, Prominence prominence,
                    std::function<void(ReadyAnswer)> answer) override;
     void showInstalling(const AppcastItem& item) override;
-    void showError(const Error& error, std::function<void()> acknowledged) override;
+    void showError(const Error& error, std::function<void(ErrorAnswer)> answer) override;
     void openPage(const std::string& url) override;
     void bringForward() override;
     void close() override;

@@ -27,17 +27,17 @@ QSize UiTextField::sizeHint() const {
 }
 
 void UiTextField::paintEvent(QPaintEvent* event) {
-    paintTextFieldFrame(*this, *this, ui_style::fieldCornerRadius, uiColors(*this).controlOutline);
+    paintTextFieldFrame(*this, *this, uiColors(*this).controlOutline);
     QLineEdit::paintEvent(event);
 }
 
-void paintTextFieldFrame(QWidget& field, const QWidget& focus, double radius, const QColor& outline) {
+void paintTextFieldFrame(QWidget& field, const QWidget& focus, const QColor& outline) {
     const UiColors& colors = uiColors(field);
     QPainter painter(&field);
     painter.setRenderHint(QPainter::Antialiasing);
     const DevicePixels device(painter);
     const QRectF shape = device.alignedPixels(field.rect());
-    const double corner = radius * device.scale();
+    const double corner = ui_style::fieldCornerRadius * device.scale();
     painter.setPen(Qt::NoPen);
     painter.setBrush(colors.controlBackground);
     painter.drawRoundedRect(shape, corner, corner);

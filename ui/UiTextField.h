@@ -17,8 +17,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 };
 
-/// The look of a field that takes text: the area `field` paints on, with corners of `radius` points and a
-/// line of one point in `outline`; within it the focus ring, while `focus` has the keyboard.
-void paintTextFieldFrame(QWidget& field, const QWidget& focus, double radius, const QColor& outline);
+/// The look of a field of text: the area `field` paints on, with rounded corners and a line of one point in
+/// `outline`; within it the focus ring, while `focus` has the keyboard.
+void paintTextFieldFrame(QWidget& field, const QWidget& focus, const QColor& outline);
 
 } // namespace glimmerly

@@ -11,6 +11,7 @@
 #include "ui/UiStyle.h"
 #include "ui/UiText.h"
 #include "ui/UiTextField.h"
+#include "ui/UiTextFrame.h"
 
 #include <QAccessible>
 #include <QShortcut>
@@ -28,31 +29,6 @@ constexpr int labelSpacing = 6;
 constexpr int requiredSpacing = 6;
 constexpr int answerSpacing = 8;
 constexpr int descriptionHeight = 140; // at least
-constexpr double editorCornerRadius = 6;
-
-/// The border of the description's editor.
-class EditorFrame : public QWidget {
-public:
-    explicit EditorFrame(QWidget& editor) : editor_(editor) {
-        tightLayout<QVBoxLayout>(this, 0)->addWidget(&editor);
-        setMinimumHeight(descriptionHeight);
-        editor.installEventFilter(this);
-    }
-
-    bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
-            update();
-        return false;
-    }
-
-protected:
-    void paintEvent(QPaintEvent*) override {
-        paintTextFieldFrame(*this, editor_, editorCornerRadius, uiColors(*this).editorOutline);
-    }
-
-private:
-    QWidget& editor_;
-};
 
 enum class Need { optional, required };
 
@@ -123,9 +99,9 @@ QWidget* BugReportSheet::makeFields() {
     auto* column = tightLayout<QVBoxLayout>(fields, fieldSpacing);
     column->addLayout(makeField(bug_report_text::title, Need::required, *title_, *title_));
     column->addLayout(makeField(bug_report_text::email, Need::optional, *email_, *email_));
-    column->addLayout(makeField(bug_report_text::description, Need::required, *new EditorFrame(*description_),
-                                *description_),
-                      1);
+    auto* frame = new UiTextFrame(*description_);
+    frame->setMinimumHeight(descriptionHeight);
+    column->addLayout(makeField(bug_report_text::description, Need::required, *frame, *description_), 1);
     return fields;
 }
 

@@ -19,16 +19,12 @@ constexpr int lineFragmentPadding = 5; // left and right of each line; the docum
 
 PlaceholderTextView::PlaceholderTextView(const QString& placeholder, QWidget* parent)
     : QPlainTextEdit(parent), placeholder_(placeholder) {
-    setFrameShape(QFrame::NoFrame);
     setFont(uiFont(text_style::body));
     setTabChangesFocus(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     document()->setDocumentMargin(lineFragmentPadding);
     constexpr int vertical = verticalInset - lineFragmentPadding;
     setViewportMargins(horizontalInset, vertical, horizontalInset, vertical);
-    QPalette transparent = palette();
-    transparent.setColor(QPalette::Base, Qt::transparent);
-    setPalette(transparent);
     // Qt (6.4) repaints the one line that was edited; the placeholder may have more.
     connect(this, &QPlainTextEdit::textChanged, viewport(), qOverload<>(&QWidget::update));
 }

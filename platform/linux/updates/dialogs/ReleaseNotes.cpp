@@ -99,6 +99,7 @@ ReleaseNotes::ReleaseNotes(const std::string& notes, NotesFormat format, QWidget
     setOpenLinks(false);
     constexpr double margin = 8;
     document()->setDocumentMargin(margin);
+    setViewportMargins(0, 1, 0, 1); // of the frame around it
     setFont(uiFont(text_style::body));
     setAccessibleName("Release notes");
     connect(this, &QTextBrowser::anchorClicked, this, [](const QUrl& url) {

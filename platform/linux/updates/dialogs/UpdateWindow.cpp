@@ -4,6 +4,7 @@
 #include "ui/UiButton.h"
 #include "ui/UiProgressBar.h"
 #include "ui/UiText.h"
+#include "ui/UiTextFrame.h"
 #include "ui/WindowPlacement.h"
 
 #include <QCloseEvent>
@@ -82,8 +83,9 @@ QWidget* UpdateWindow::makeContent(const UpdatePage& page) {
     column->addLayout(makeHeader(page));
     if (page.notes != nullptr && !page.notes->notes.empty()) {
         auto* notes = new ReleaseNotes(page.notes->notes, page.notes->notesFormat);
-        notes->setFixedHeight(notesHeight);
-        column->addWidget(notes);
+        auto* frame = new UiTextFrame(*notes);
+        frame->setFixedHeight(notesHeight);
+        column->addWidget(frame);
     }
     addButtons(*column, page);
     return content;

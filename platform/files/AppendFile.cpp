@@ -30,6 +30,8 @@ Result<AppendFile> AppendFile::open(const std::filesystem::path& path) {
     // Opening a pipe that nobody reads from must not wait for a reader.
     FileDescriptor file(
         ::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, ownerOnly));
+    if (!file)
+        return posixFailure("Opening " + path.string());
     const auto info = statusOfRegular(file, path);
     if (!info)
         return failure(info.error());

@@ -23,8 +23,6 @@ Result<void> FileDescriptor::close() {
 }
 
 Result<struct stat> statusOfRegular(const FileDescriptor& file, const std::filesystem::path& path) {
-    if (!file)
-        return posixFailure("Opening " + path.string());
     struct stat info{};
     if (::fstat(file.get(), &info) != 0)
         return posixFailure("Examining " + path.string());

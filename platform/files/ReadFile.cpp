@@ -17,6 +17,8 @@ constexpr int openFlags = O_RDONLY | O_NONBLOCK | O_CLOEXEC;
 
 Result<std::string> readRegular(const FileDescriptor& file, const std::filesystem::path& path,
                                 std::size_t largest) {
+    if (!file)
+        return posixFailure("Opening " + path.string());
     const auto info = statusOfRegular(file, path);
     if (!info)
         return failure(info.error());

@@ -29,7 +29,8 @@ private:
     int fd_ = -1;
 };
 
-/// What the system says of `file`, open and found at `path`; a failure when it is anything but a regular file.
+/// What the system says of `file`, open and found at `path`; a failure when it is anything but a regular
+/// file.
 [[nodiscard]] Result<struct stat> statusOfRegular(const FileDescriptor& file,
                                                   const std::filesystem::path& path);
 

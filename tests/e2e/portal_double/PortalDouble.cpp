@@ -74,7 +74,7 @@ int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     qDBusRegisterMetaType<Permissions>();
     auto bus = QDBusConnection::sessionBus();
-    PortalDouble portal(bus, application.arguments().at(1));
+    PortalDouble portal(bus, QCoreApplication::arguments().at(1));
     bus.registerVirtualObject("/", &portal, QDBusConnection::SubPath);
     const bool ready = bus.registerService("org.freedesktop.impl.portal.PermissionStore") &&
                        bus.registerService("org.freedesktop.portal.Desktop");

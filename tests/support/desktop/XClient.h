@@ -61,8 +61,8 @@ public:
     void sync() const;
 
 private:
-    /// The visible windows within `window`, the lowest first.
-    [[nodiscard]] std::vector<xcb_window_t> visibleChildren(xcb_window_t window) const;
+    /// The visible windows within `parent`, the lowest first.
+    [[nodiscard]] std::vector<xcb_window_t> visibleChildren(xcb_window_t parent) const;
 
     xcb_connection_t* connection_;
     const xcb_screen_t* screen_;

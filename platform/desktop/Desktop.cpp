@@ -126,9 +126,11 @@ struct Desktop::Services {
 };
 
 Result<std::unique_ptr<Desktop>> Desktop::open(char* program, const BundleInfo& bundle, TrialStart& start) {
-    // Without a server Qt would abort the process.
-    if (const auto reachable = X11Connection::open(); !reachable)
-        return failure(reachable.error());
+    // Without a server Qt would abort the process. Kept until Qt has connected: some servers start anew, and
+    // refuse connections meanwhile, once the last one has ended.
+    const auto connection = X11Connection::open();
+    if (!connection)
+        return failure(connection.error());
     // What runs at exit does so in reverse order, and the last events are sent from there.
     if (isServiceConfigured(bundle.serviceBaseURL))
         CurlHttpClient::prepare();

@@ -15,28 +15,10 @@ const std::string completed = "hasCompletedPermissionsOnboarding=";
 
 /// A Wayland session's portal and permission store, and the X server that our program runs on there.
 struct Onboarding : testing::Test {
-    Onboarding() {
-        std::filesystem::create_directories(answers.parent_path());
-        desktopSays("screenshot=no\ncolor-scheme=0\n");
-        desktop.start({GLIMMERLY_PORTAL_DOUBLE, answers});
-        const auto isThere = [this] {
-            return desktop
-                .outputOf({"dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.portal.Desktop",
-                           "/", "org.freedesktop.DBus.Peer.Ping"})
-                .has_value();
-        };
-        if (!waitUntil(isThere))
-            throw std::runtime_error("no portal");
-    }
+    Onboarding() { desktop.startPortal("screenshot=no\ncolor-scheme=0\n"); }
     ~Onboarding() override {
         for (const pid_t process : programs())
             ::kill(process, SIGKILL);
-    }
-
-    /// In one step, so that nobody reads half of it.
-    void desktopSays(const std::string& settings) const {
-        writeContent(answers.string() + ".new", "[General]\n" + settings);
-        std::filesystem::rename(answers.string() + ".new", answers);
     }
 
     /// The onboarding window, once it is the only one and has the keyboard.
@@ -63,24 +45,12 @@ struct Onboarding : testing::Test {
         return false;
     }
 
-    /// The processes of the program on this desktop.
     [[nodiscard]] std::vector<pid_t> programs() const {
-        const std::string home = "HOME=" + desktop.home().string();
-        std::vector<pid_t> found;
-        for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
-            const auto name = entry.path().filename().string();
-            std::error_code unreadable;
-            if (std::isdigit(static_cast<unsigned char>(name.front())) &&
-                std::filesystem::read_symlink(entry.path() / "exe", unreadable) == Glimmerly::executable() &&
-                contentOf(entry.path() / "environ").find(home) != std::string::npos)
-                found.push_back(std::stoi(name));
-        }
-        return found;
+        return desktop.processesOf(Glimmerly::executable().string());
     }
 
     const Glimmerly::Options inWaylandSession{.environment = {{"XDG_SESSION_TYPE", "wayland"}}};
     Desktop desktop;
-    std::filesystem::path answers = desktop.home() / "portal/answers.ini";
     Robot robot{desktop.client()};
 };
 
@@ -99,7 +69,7 @@ TEST_F(Onboarding, StaysUntilThePermissionIsGrantedAndContinueChosen) {
     ASSERT_TRUE(waitUntil([&] { return windowPixels() != explained; }));
     EXPECT_FALSE(windowShows(green));
 
-    desktopSays("screenshot=yes\n");
+    desktop.portalSays("screenshot=yes\n");
     ASSERT_TRUE(waitUntil([&] { return windowShows(green); }));
     EXPECT_TRUE(contentOf(program.preferencesFile()).contains(completed + "false"));
     robot.type({Key::keypadEnter});
@@ -137,11 +107,11 @@ TEST_F(Onboarding, EscapeReopensTheProgramAndNoOtherStartComesBetween) {
 }
 
 TEST_F(Onboarding, AnOpenWindowFollowsLightAndDark) {
-    desktopSays("screenshot=no\ncolor-scheme=1\n");
+    desktop.portalSays("screenshot=no\ncolor-scheme=1\n");
     const Glimmerly program(desktop, inWaylandSession);
     ASSERT_TRUE(waitForWindow());
     EXPECT_TRUE(waitUntil([&] { return windowPixels().row(5)[5] == darkBackground; }));
-    desktopSays("screenshot=no\ncolor-scheme=2\n");
+    desktop.portalSays("screenshot=no\ncolor-scheme=2\n");
     EXPECT_TRUE(waitUntil([&] { return windowPixels().row(5)[5] == lightBackground; }));
 }
 

@@ -41,6 +41,24 @@ TEST(Updating, ThePackagedProgramComesBackAsTheNewerVersionWithItsPreferences) {
     EXPECT_TRUE(program->waitForLog(found));
 }
 
+TEST(Updating, QuitAndReopenComesBackAsTheVersionThatWasDownloadedInTheBackground) {
+    Installation installation;
+    installation.serve("file/feed.xml", installation.feed("file"));
+    installation.setPreferences(
+        "SUAutomaticallyChecksForUpdates=true\nSUAutomaticallyDownloadsUpdates=true\n");
+    const auto program = installation.startWithoutPermission();
+    ASSERT_TRUE(waitUntil([&] { return installation.isShown(ready); }));
+    EXPECT_EQ(installation.version(), "1.0");
+    EXPECT_EQ(installation.dialog(), "Permissions") << "which keeps the keyboard";
+    installation.robot().type({Key::escape});
+    EXPECT_EQ(program->process().waitForExit(patience), 0);
+    ASSERT_TRUE(program->waitForLog("applicationDidFinishLaunching", 2)) << program->diagnostics();
+    EXPECT_EQ(installation.version(), "2.0");
+    EXPECT_TRUE(waitUntil([&] { return installation.isAlone(); }));
+    EXPECT_EQ(installation.programs().size(), 1U);
+    EXPECT_TRUE(program->log(failed).empty());
+}
+
 TEST(Updating, WhateverTheServerSendsTheOldVersionGoesOnAndSaysWhy) {
     Installation installation;
     const std::string archive = contentOf(installation.archive());

@@ -1,6 +1,7 @@
 #include "tests/e2e/support/Desktop.h"
 
 #include "tests/support/NoisePicture.h"
+#include "tests/support/ScratchDirectory.h"
 #include "tests/support/desktop/WaitUntil.h"
 
 #include <fmt/format.h>
@@ -71,6 +72,38 @@ void Desktop::startWindowManager() {
         return client_->windowProperty(client_->root(), "_NET_SUPPORTING_WM_CHECK").has_value();
     };
     require(waitUntil(announced), "no window manager");
+}
+
+void Desktop::startPortal(const std::string& answers) {
+    std::filesystem::create_directories(home() / "portal");
+    portalSays(answers);
+    start({GLIMMERLY_PORTAL_DOUBLE, home() / "portal/answers.ini"});
+    const auto answering = [this] {
+        return outputOf({"dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.portal.Desktop",
+                         "/", "org.freedesktop.DBus.Peer.Ping"})
+            .has_value();
+    };
+    require(waitUntil(answering), "no portal");
+}
+
+void Desktop::portalSays(const std::string& answers) const {
+    // In one step, so that nobody reads half of it.
+    const auto file = home() / "portal/answers.ini";
+    writeContent(file.string() + ".new", "[General]\n" + answers);
+    std::filesystem::rename(file.string() + ".new", file);
+}
+
+std::vector<pid_t> Desktop::processesOf(std::string_view program) const {
+    std::vector<pid_t> found;
+    for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
+        std::error_code unreadable;
+        const auto name = entry.path().filename().string();
+        if (std::isdigit(static_cast<unsigned char>(name.front())) &&
+            std::filesystem::read_symlink(entry.path() / "exe", unreadable).string().contains(program) &&
+            contentOf(entry.path() / "environ").contains("HOME=" + home().string()))
+            found.push_back(std::stoi(name));
+    }
+    return found;
 }
 
 ChildProcess& Desktop::startPanel() {

@@ -38,8 +38,13 @@ public:
     ChildProcess& start(std::vector<std::string> command);
     /// Starts the panel, and waits until it has a tray.
     ChildProcess& startPanel();
+    /// Starts a portal that answers as these lines say, and waits until it does; PortalDouble.cpp knows them.
+    void startPortal(const std::string& answers);
+    void portalSays(const std::string& answers) const;
     /// The output of another program that runs here to its end.
     [[nodiscard]] std::optional<std::string> outputOf(std::vector<std::string> command) const;
+    /// The processes here whose program's path contains `program`.
+    [[nodiscard]] std::vector<pid_t> processesOf(std::string_view program) const;
 
 private:
     void startServer(const Options& options);

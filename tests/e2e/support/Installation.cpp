@@ -43,10 +43,7 @@ Installation::Installation() {
             item_ = contentOf(server_.files() / name);
     }
     install();
-    const auto preferences = desktop_.home() / ".config/app.glimmerly.Glimmerly";
-    fs::create_directories(preferences);
-    writeContent(preferences / "preferences.ini",
-                 "[General]\nSUHasLaunchedBefore=true\nSUAutomaticallyChecksForUpdates=false\nmine=kept\n");
+    setPreferences("SUAutomaticallyChecksForUpdates=false\nmine=kept\n");
 }
 
 Installation::~Installation() {
@@ -78,15 +75,26 @@ void Installation::install() const {
     run("tar -xzf " + scratch_.path().string() + "/old/*.tar.gz -C " + folder_.parent_path().string());
 }
 
+void Installation::setPreferences(const std::string& lines) const {
+    const auto folder = desktop_.home() / ".config/app.glimmerly.Glimmerly";
+    fs::create_directories(folder);
+    writeContent(folder / "preferences.ini", "[General]\nSUHasLaunchedBefore=true\n" + lines);
+}
+
 std::unique_ptr<Glimmerly> Installation::start(const std::string& endOfNewVersion) {
-    return start(endOfNewVersion, [] {});
+    return start({{"TEST_END_OF_NEW_VERSION", endOfNewVersion}}, [] {});
+}
+
+std::unique_ptr<Glimmerly> Installation::startWithoutPermission() {
+    desktop_.startPortal("screenshot=no\n");
+    return start({{"XDG_SESSION_TYPE", "wayland"}}, [] {});
 }
 
 std::unique_ptr<Glimmerly> Installation::startOnFullDisk() {
     const auto copy = scratch_.path() / "copy";
     fs::copy(folder_, copy, fs::copy_options::recursive);
     const auto size = std::stoull(run("du -sk " + copy.string())) + fs::file_size(archive()) / 1024 + 512;
-    return start("", [this, copy, options = "size=" + std::to_string(size) + "k"] {
+    return start({}, [this, copy, options = "size=" + std::to_string(size) + "k"] {
         const auto apps = folder_.parent_path();
         if (mount("tmpfs", apps.c_str(), "tmpfs", 0, options.c_str()) != 0)
             _exit(125);
@@ -94,12 +102,11 @@ std::unique_ptr<Glimmerly> Installation::startOnFullDisk() {
     });
 }
 
-std::unique_ptr<Glimmerly> Installation::start(const std::string& endOfNewVersion,
+std::unique_ptr<Glimmerly> Installation::start(Environment environment,
                                                const std::function<void()>& prepareDisk) {
-    const Environment environment{{"TEST_FEED_URL", server_.url(feedPlace_)},
+    environment.merge(Environment{{"TEST_FEED_URL", server_.url(feedPlace_)},
                                   {"TEST_UPDATE_PUBLIC_KEY", publicKey_},
-                                  {"TEST_END_OF_NEW_VERSION", endOfNewVersion},
-                                  {"no_proxy", "127.0.0.1"}};
+                                  {"no_proxy", "127.0.0.1"}});
     const auto beforeExec = [certificate = certificate_.certificate, prepareDisk] {
         mountForThisProcessOnly();
         if (mount(certificate.c_str(), authorities, nullptr, MS_BIND, nullptr) != 0)
@@ -156,18 +163,7 @@ bool Installation::isAlone() const {
 }
 
 std::vector<pid_t> Installation::programs() const {
-    const std::string home = "HOME=" + desktop_.home().string();
-    std::vector<pid_t> found;
-    for (const auto& entry : fs::directory_iterator("/proc")) {
-        std::error_code unreadable;
-        const auto name = entry.path().filename().string();
-        if (std::isdigit(static_cast<unsigned char>(name.front())) &&
-            fs::read_symlink(entry.path() / "exe", unreadable).string().find("bin/glimmerly") !=
-                std::string::npos &&
-            contentOf(entry.path() / "environ").find(home) != std::string::npos)
-            found.push_back(std::stoi(name));
-    }
-    return found;
+    return desktop_.processesOf("bin/glimmerly");
 }
 
 void Installation::killPrograms() const {
@@ -226,6 +222,13 @@ std::optional<std::string> Installation::dialog() const {
     if (!active || std::ranges::find(windows, *active) == windows.end())
         return std::nullopt;
     return client.propertyBytes(*active, "_NET_WM_NAME");
+}
+
+bool Installation::isShown(const std::string& title) const {
+    const auto& client = desktop_.client();
+    return std::ranges::any_of(client.managedWindows(), [&](xcb_window_t window) {
+        return client.propertyBytes(window, "_NET_WM_NAME") == title;
+    });
 }
 
 testing::AssertionResult Installation::waitFor(const std::string& title) const {

@@ -18,6 +18,8 @@ public:
     Installation(const Installation&) = delete;
     Installation& operator=(const Installation&) = delete;
 
+    /// In place of those that there are, of a program that was started before.
+    void setPreferences(const std::string& lines) const;
     /// Unpacks version 1.0 in place of whatever is there.
     void install() const;
     /// `endOfNewVersion` is the moment at which version 2.0, once installed, ends as by a fault: none, while
@@ -25,6 +27,8 @@ public:
     [[nodiscard]] std::unique_ptr<Glimmerly> start(const std::string& endOfNewVersion = "");
     /// On a file system with room for the download of the update and not for more.
     [[nodiscard]] std::unique_ptr<Glimmerly> startOnFullDisk();
+    /// On a desktop that withholds the permission to see the screen.
+    [[nodiscard]] std::unique_ptr<Glimmerly> startWithoutPermission();
 
     /// A feed that offers the archive as `version`; the server behaves like that when it is fetched.
     [[nodiscard]] std::string feed(const std::string& behaviour, Signer signer = Signer::us,
@@ -49,6 +53,8 @@ public:
     [[nodiscard]] testing::AssertionResult check() const;
     /// The title of the updater's window; none while there is none with the keyboard.
     [[nodiscard]] std::optional<std::string> dialog() const;
+    /// True while a window has the title, with the keyboard or without.
+    [[nodiscard]] bool isShown(const std::string& title) const;
     [[nodiscard]] testing::AssertionResult waitFor(const std::string& title) const;
     /// Waits for the dialog, and presses Return there.
     [[nodiscard]] testing::AssertionResult accept(const std::string& title) const;
@@ -61,7 +67,7 @@ private:
     void package(const std::string& version, const std::filesystem::path& output) const;
     [[nodiscard]] std::string signatureOf(const std::filesystem::path& file, Signer signer) const;
     [[nodiscard]] std::string feedOf(const std::string& item) const;
-    [[nodiscard]] std::unique_ptr<Glimmerly> start(const std::string& endOfNewVersion,
+    [[nodiscard]] std::unique_ptr<Glimmerly> start(Environment environment,
                                                    const std::function<void()>& prepareDisk);
 
     ScratchDirectory scratch_;

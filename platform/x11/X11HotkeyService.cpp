@@ -97,9 +97,12 @@ X11HotkeyService::registerHotkey(std::uint32_t keyCode, std::uint32_t carbonFlag
                                  HotkeyIdentifier identifier) {
     Registration registration{carbonFlags, identifier,
                               keycodesOf(keyCode, *xcb_get_setup(connection_->get())), 0, nullptr};
+    // Before the grab, from which on a press counts. Keys that are still grabbed as before are known already,
+    // and looking would send the letting go alone, without the grab.
+    if (registration.keycodes != letGoInThisTurn_)
+        ignoreWhatIsDown(registration);
     if (const HotkeyStatus status = grab(registration); status != hotkey_status::success)
         return {status, 0};
-    ignoreWhatIsDown(registration);
     registrations_.emplace(++lastRef_, std::move(registration));
     return {hotkey_status::success, lastRef_};
 }
@@ -107,7 +110,13 @@ X11HotkeyService::registerHotkey(std::uint32_t keyCode, std::uint32_t carbonFlag
 HotkeyStatus X11HotkeyService::unregisterHotkey(HotkeyRef ref) {
     // What was pressed before counts.
     events_.catchUp();
-    return registrations_.erase(ref) == 1 ? hotkey_status::success : hotkey_status::hotkeyInvalid;
+    const auto found = registrations_.find(ref);
+    if (found == registrations_.end())
+        return hotkey_status::hotkeyInvalid;
+    letGoInThisTurn_ = std::move(found->second.keycodes);
+    QMetaObject::invokeMethod(&nextTurn_, [this] { letGoInThisTurn_.clear(); }, Qt::QueuedConnection);
+    registrations_.erase(found);
+    return hotkey_status::success;
 }
 
 HotkeyStatus X11HotkeyService::grab(Registration& registration) {

@@ -8,8 +8,10 @@
 #include "platform/x11/X11KeyboardExtension.h"
 
 #include <QAbstractNativeEventFilter>
+#include <QObject>
 
 #include <map>
+#include <vector>
 
 namespace glimmerly {
 
@@ -62,6 +64,8 @@ private:
     X11HotkeyHeldKeys heldKeys_;
     std::map<HandlerRef, Handler> handlers_;
     std::map<HotkeyRef, Registration> registrations_;
+    std::vector<xcb_keycode_t> letGoInThisTurn_;
+    QObject nextTurn_;
     std::uint64_t lastRef_ = 0;
     std::function<void(HotkeyStatus)> onLoss_;
     X11EventSource events_;

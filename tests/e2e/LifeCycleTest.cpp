@@ -56,7 +56,7 @@ TEST(LifeCycle, EverySignalToEndRunsTheTerminationSequenceOnce) {
         EXPECT_EQ(messages(session.program).back(), "applicationWillTerminate");
         EXPECT_FALSE(session.program.isHotkeyHeld());
         EXPECT_TRUE(session.program.captureFiles().empty()) << "an open overlay's file stays behind";
-        EXPECT_EQ(session.program.diagnostics(), "");
+        EXPECT_EQ(session.program.errors(), "");
     }
 }
 

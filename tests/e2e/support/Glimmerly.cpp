@@ -70,8 +70,15 @@ std::vector<std::filesystem::path> Glimmerly::captureFiles(const std::filesystem
     return files;
 }
 
-std::string Glimmerly::diagnostics() const {
+std::string Glimmerly::errors() const {
     return contentOf(desktop_.home() / "glimmerly.err");
+}
+
+std::string Glimmerly::diagnostics() const {
+    std::string text = errors();
+    for (const auto& line : log())
+        text += line.value("message", "?") + "\n";
+    return text;
 }
 
 std::vector<nlohmann::json> Glimmerly::log() const {

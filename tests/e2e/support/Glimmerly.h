@@ -42,6 +42,8 @@ public:
     [[nodiscard]] std::vector<std::filesystem::path>
     captureFiles(const std::filesystem::path& root = "/") const;
     /// What the program wrote on standard error.
+    [[nodiscard]] std::string errors() const;
+    /// That, and the messages of its log, a line each.
     [[nodiscard]] std::string diagnostics() const;
 
     /// Every line of the log, decoded; a line that is no JSON is an empty object.

@@ -84,10 +84,10 @@ TEST_F(UpdateDialogsTest, AnErrorOffersTheDownloadPageWhereTheFolderIsAllThatIsI
         const char* title;
         QStringList buttons;
     } cases[] = {
-        {updateError(folder), "The update did not work", {"OK", "Open download page"}},
-        {updateError(folder, Error::posix(EINVAL, "")),
+        {updateError(folder), "The update did not work", {"Close", "Open download page"}},
+        {updateError(UpdateErrorCode::notInstalled, Error::posix(EINVAL, "")),
          "The update did not work",
-         {"OK", "Open download page"}},
+         {"Close", "Open download page"}},
         {updateError(folder, Error::posix(ENOSPC, "")), "The update did not work", {"OK"}},
         {updateError(folder, Error::posix(EWOULDBLOCK, "")), "The update did not work", {"OK"}},
         {updateError(UpdateErrorCode::feedInvalid), "The check for updates did not work", {"OK"}},

@@ -13,12 +13,13 @@ const char* wordsFor(UpdateErrorCode code) {
     case UpdateErrorCode::noUpdate:
         return "You’re up to date!";
     case UpdateErrorCode::feedUnreachable:
-        return "The server for updates could not be reached. Please check your network connection and try "
-               "again.";
+        return "The list of updates could not be fetched. Please check your network connection, or try "
+               "again later.";
     case UpdateErrorCode::notConfigured:
         return "This copy of the program was built without updates.";
     case UpdateErrorCode::downloadFailed:
-        return "The update could not be downloaded. Please check your network connection and try again.";
+        return "The update could not be downloaded. Please check your network connection, or try again "
+               "later.";
     case UpdateErrorCode::archiveUnusable:
         return "The update could not be unpacked. Nothing was changed.";
     case UpdateErrorCode::signatureInvalid:
@@ -63,9 +64,10 @@ Error updateError(UpdateErrorCode code, const std::optional<Error>& cause) {
 }
 
 bool canInstallByHand(const Error& error) {
+    if (!isCode(error, UpdateErrorCode::notReplaceable) && !isCode(error, UpdateErrorCode::notInstalled))
+        return false;
     const auto* cause = error.underlying();
-    return isCode(error, UpdateErrorCode::notReplaceable) &&
-           (cause == nullptr || (!isFullDisk(*cause) && !isHeldByAnother(*cause)));
+    return cause == nullptr || (!isFullDisk(*cause) && !isHeldByAnother(*cause));
 }
 
 } // namespace glimmerly

@@ -11,7 +11,7 @@ namespace glimmerly {
     return error.domain() == updateErrorDomain && error.code() == static_cast<int>(code);
 }
 
-/// Whether `error` says no more than that the program cannot put the update in its own place here.
+/// Whether all that is in the way of the update is that the program cannot put it in its own place here.
 [[nodiscard]] bool canInstallByHand(const Error& error);
 
 } // namespace glimmerly

@@ -99,6 +99,8 @@ ReleaseNotes::ReleaseNotes(const std::string& notes, NotesFormat format, QWidget
     setOpenLinks(false);
     constexpr double margin = 8;
     document()->setDocumentMargin(margin);
+    constexpr double indent = 20; // of lists
+    document()->setIndentWidth(indent);
     setViewportMargins(0, 1, 0, 1); // of the frame around it
     setFont(uiFont(text_style::body));
     setAccessibleName("Release notes");

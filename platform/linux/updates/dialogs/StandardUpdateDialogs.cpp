@@ -34,6 +34,8 @@ QString whyUpToDate(NoUpdateReason reason, const QString& name, const QString& v
     return {};
 }
 
+const QString onDownloadPage = " The new version is on the download page.";
+
 QString whatFailed(const Error& error) {
     if (isCode(error, UpdateErrorCode::notConfigured))
         return "No updates";
@@ -43,17 +45,16 @@ QString whatFailed(const Error& error) {
 }
 
 QString whyByHand(Replaceability replaceability) {
-    const QString page = " The new version is on the download page.";
     switch (replaceability) {
     case Replaceability::managedElsewhere:
-        return "This copy was installed by the system’s package manager, which is how it is updated." + page;
+        return "This copy was installed by the system’s package manager, which is how it is updated.";
     case Replaceability::notExchangeable:
-        return "This copy lies in a folder that cannot be replaced, so it cannot update itself." + page;
+        return "This copy lies in a folder that cannot be replaced, so it cannot update itself.";
     case Replaceability::notWritable:
     case Replaceability::replaceable:
         break;
     }
-    return "This copy lies in a folder that you cannot write to, so it cannot update itself." + page;
+    return "This copy lies in a folder that you cannot write to, so it cannot update itself.";
 }
 
 } // namespace
@@ -109,8 +110,8 @@ void StandardUpdateDialogs::showAvailable(const OfferedUpdate& update, Prominenc
     const bool canInstall = update.replaceability == Replaceability::replaceable;
     const QString critical =
         update.item.urgency == Urgency::critical ? QString("This is an important update. ") : QString();
-    const QString question =
-        canInstall ? QString("Would you like to install it now?") : whyByHand(update.replaceability);
+    const QString question = canInstall ? QString("Would you like to install it now?")
+                                        : whyByHand(update.replaceability) + onDownloadPage;
     UpdatePage page{.title = versionName(update.item) + " is available",
                     .message =
                         critical + QString("You have %1. ").arg(toQString(update.currentVersion)) + question,
@@ -160,11 +161,12 @@ void StandardUpdateDialogs::showInstalling(const AppcastItem& item) {
 
 void StandardUpdateDialogs::showError(const Error& error, std::function<void(ErrorAnswer)> answer) {
     const auto acknowledged = giving(answer, ErrorAnswer::acknowledged);
+    const bool byHand = canInstallByHand(error);
     UpdatePage page{.title = whatFailed(error),
-                    .message = toQString(error.description()),
-                    .buttons = {{"OK", acknowledged}},
+                    .message = toQString(error.description()) + (byHand ? onDownloadPage : ""),
+                    .buttons = {{byHand ? "Close" : "OK", acknowledged}},
                     .dismiss = acknowledged};
-    if (canInstallByHand(error))
+    if (byHand)
         page.buttons.push_back({"Open download page", giving(answer, ErrorAnswer::openDownloadPage)});
     shownWindow().showPage(page, Prominence::inFront);
 }

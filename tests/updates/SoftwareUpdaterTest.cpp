@@ -329,6 +329,14 @@ TEST_F(SoftwareUpdaterTest, DownloadsInTheBackgroundAndInstallsWithAClickOrAtThe
     userAllowedChecks();
     launch();
     updater->setAutomaticallyDownloadsUpdates(true);
+    work.kind = Replaceability::inSharedFolder; // since the launch
+    ASSERT_TRUE(checksByItself());
+    work.fed({{itemOf("2")}});
+    EXPECT_EQ(dialogs.shown, "available 2");
+    EXPECT_FALSE(updater->value(UpdaterFlag::allowsAutomaticUpdates));
+    work.kind = Replaceability::replaceable;
+    now += 25h;
+    dialogs.offer(UpdateAnswer::later);
     ASSERT_TRUE(checksByItself());
     work.fed({{itemOf("2")}});
     EXPECT_EQ(dialogs.shown, "nothing");

@@ -116,7 +116,7 @@ TEST_F(StagedUpdateTest, KnowsWhatItMustNotReplace) {
         auto staged = StagedUpdate::begin(installed);
         ASSERT_TRUE(staged && staged->unpack(bytesOf(archiveOfVersion("2"))));
         writeContent(folder / "share/mine", "precious");
-        EXPECT_EQ(installed.replaceability(), Replaceability::managedElsewhere) << "a file of the user's";
+        EXPECT_EQ(installed.replaceability(), Replaceability::inSharedFolder) << "a file of the user's";
         EXPECT_FALSE(staged->install());
         EXPECT_EQ(contentOf(folder / "share/mine"), "precious");
     }

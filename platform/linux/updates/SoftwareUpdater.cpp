@@ -24,8 +24,7 @@ SoftwareUpdater::SoftwareUpdater(SoftwareUpdaterServices services)
 void SoftwareUpdater::start() {
     if (services_.work == nullptr)
         return services_.delegate.updaterIsNotConfigured(updateError(UpdateErrorCode::notConfigured));
-    flags_.set(UpdaterFlag::allowsAutomaticUpdates,
-               services_.work->replaceability() == Replaceability::replaceable);
+    (void)noteReplaceability();
     const auto launch = services_.schedule.noteLaunch();
     enter(Phase::idle);
     // Not at the first launch: nobody wants to be asked about updates of what they have not seen yet.
@@ -33,6 +32,12 @@ void SoftwareUpdater::start() {
         enter(Phase::askingPermission);
         services_.dialogs.askForPermission([this](PermissionAnswer answer) { permissionAnswered(answer); });
     }
+}
+
+bool SoftwareUpdater::noteReplaceability() {
+    const bool isReplaceable = services_.work->replaceability() == Replaceability::replaceable;
+    flags_.set(UpdaterFlag::allowsAutomaticUpdates, isReplaceable);
+    return isReplaceable;
 }
 
 void SoftwareUpdater::enter(Phase phase) {
@@ -129,8 +134,7 @@ void SoftwareUpdater::feedArrived(const UpdateWork::Feed& feed) {
     if (!choice.item)
         return nothingToOffer(choice.reason);
     item_ = choice.item;
-    const bool mayDownload = flags_.value(UpdaterFlag::automaticallyDownloadsUpdates) &&
-                             flags_.value(UpdaterFlag::allowsAutomaticUpdates);
+    const bool mayDownload = flags_.value(UpdaterFlag::automaticallyDownloadsUpdates) && noteReplaceability();
     if (!isUser && mayDownload)
         return download();
     offer(isUser ? Prominence::inFront : Prominence::quiet);

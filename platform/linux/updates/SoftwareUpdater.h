@@ -67,6 +67,8 @@ private:
         installing,
     };
 
+    /// Whether an update can be put in this program's place: the user may have changed the folder since.
+    [[nodiscard]] bool noteReplaceability();
     void enter(Phase phase);
     void scheduleNextCheck();
     void scheduledTimeHasCome();

@@ -48,6 +48,8 @@ QString whyByHand(Replaceability replaceability) {
     switch (replaceability) {
     case Replaceability::managedElsewhere:
         return "This copy was installed by the system’s package manager, which is how it is updated.";
+    case Replaceability::inSharedFolder:
+        return "This copy shares its folder with other files, so it cannot update itself.";
     case Replaceability::notExchangeable:
         return "This copy lies in a folder that cannot be replaced, so it cannot update itself.";
     case Replaceability::notWritable:

@@ -61,8 +61,10 @@ bool InstalledFolder::keepsOlderVersion() const {
 
 Replaceability InstalledFolder::replaceability() const {
     const auto contents = readFile(folder_ / contentsFile);
-    if (!contents || !holdsOnlyTheArchive(folder_, *contents))
+    if (!contents)
         return Replaceability::managedElsewhere;
+    if (!holdsOnlyTheArchive(folder_, *contents))
+        return Replaceability::inSharedFolder;
     constexpr int needed = W_OK | X_OK;
     if (::access(folder_.c_str(), needed) != 0 || ::access(folder_.parent_path().c_str(), needed) != 0)
         return Replaceability::notWritable;

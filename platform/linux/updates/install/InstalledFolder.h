@@ -12,7 +12,8 @@ namespace glimmerly {
 enum class Replaceability {
     replaceable,
     managedElsewhere, ///< it was not unpacked from an archive of ours: a package manager, or its developer,
-                      ///< has it; or there are other files in its folder, which would be lost
+                      ///< has it
+    inSharedFolder,   ///< there are other files in its folder, which would be lost
     notWritable,      ///< the user may not write there
     notExchangeable,  ///< a file system is mounted there, which holds the folder's name
 };

@@ -33,8 +33,8 @@ protected:
         }
         QCoreApplication::processEvents();
     }
-    void type(Qt::Key key) {
-        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+    void type(Qt::Key key, bool isRepeated = false) {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, QString(), isRepeated);
         QCoreApplication::sendEvent(&window(), &event);
         QCoreApplication::processEvents();
     }
@@ -70,6 +70,17 @@ TEST_F(UpdateDialogsTest, AnAvailableUpdateIsAnsweredByButtonsAndKeys) {
         EXPECT_EQ(offer(normal, here, act), answer);
     EXPECT_EQ(offer(normal, Replaceability::managedElsewhere, [&] { press("Open download page"); }),
               UpdateAnswer::openDownloadPage);
+    EXPECT_FALSE(offer(normal, here, [&] { type(Qt::Key_Return, true); })) << "held down since before";
+
+    int answers = 0;
+    dialogs.showUpToDate("1.0", NoUpdateReason::onLatestVersion, [&] { ++answers; });
+    auto* ok = window().findChild<QPushButton*>();
+    ok->click();
+    ok->click(); // before the first click is delivered
+    QCoreApplication::processEvents();
+    window().close();
+    EXPECT_EQ(answers, 1);
+
     (void)offer(Urgency::critical, here, [] {});
     EXPECT_FALSE(buttons().contains("Skip this version"));
     EXPECT_EQ(window().windowTitle(), "Glimmerly 2.0 is available");

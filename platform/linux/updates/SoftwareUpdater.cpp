@@ -175,7 +175,8 @@ void SoftwareUpdater::offerAnswered(UpdateAnswer answer) {
 }
 
 void SoftwareUpdater::openDownloadPage() {
-    services_.dialogs.openPage(item_ && !item_->link.empty() ? item_->link : services_.downloadPage);
+    const bool hasItsOwn = item_ && item_->link.starts_with("https://");
+    services_.dialogs.openPage(hasItsOwn ? item_->link : services_.downloadPage);
 }
 
 void SoftwareUpdater::download() {

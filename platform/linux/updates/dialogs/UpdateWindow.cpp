@@ -43,6 +43,7 @@ UpdateWindow::UpdateWindow() : QWidget(nullptr, Qt::Dialog) {
 
 void UpdateWindow::showPage(const UpdatePage& page, Prominence prominence) {
     dismiss_ = page.dismiss;
+    ++page_;
     setWindowTitle(page.title);
     // The old page may hold the button whose click this is.
     if (content_ != nullptr) {
@@ -154,7 +155,9 @@ void UpdateWindow::addButtons(QBoxLayout& column, const UpdatePage& page) {
         const bool isDefault = --left == 0;
         auto* button = new UiButton(label, {.kind = isDefault ? defaultKind : ButtonKind::bordered});
         // It goes away with its page, which the action may take away.
-        connect(button, &QPushButton::clicked, this, [act = action] { act(); }, Qt::QueuedConnection);
+        connect(
+            button, &QPushButton::clicked, this, [this, page = page_, act = action] { answer(page, act); },
+            Qt::QueuedConnection);
         row->addWidget(button);
         if (left == most)
             row->addStretch(1);
@@ -164,8 +167,18 @@ void UpdateWindow::addButtons(QBoxLayout& column, const UpdatePage& page) {
     column.addLayout(row);
 }
 
+void UpdateWindow::answer(std::uint64_t page, const std::function<void()>& action) {
+    if (page != page_ || !action)
+        return;
+    ++page_;
+    dismiss_ = {};
+    action();
+}
+
 void UpdateWindow::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape)
+    if (event->isAutoRepeat()) // or a key held down would answer the pages that follow too
+        event->accept();
+    else if (event->key() == Qt::Key_Escape)
         close();
     else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         press();
@@ -182,8 +195,7 @@ void UpdateWindow::press() {
 
 void UpdateWindow::closeEvent(QCloseEvent* event) {
     event->ignore(); // whoever is told decides
-    if (const auto dismiss = dismiss_)
-        dismiss();
+    answer(page_, std::exchange(dismiss_, {}));
 }
 
 } // namespace glimmerly

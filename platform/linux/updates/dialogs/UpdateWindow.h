@@ -55,12 +55,16 @@ private:
     void present(Prominence prominence);
     /// As Return does.
     void press();
+    /// Runs the action unless its page has been answered, or has given way to another, since `page` was
+    /// `page_`: two clicks in a row may be delivered before anything else.
+    void answer(std::uint64_t page, const std::function<void()>& action);
 
     QWidget* content_ = nullptr;
     UiProgressBar* progressBar_ = nullptr;
     UiLabel* progressText_ = nullptr;
     QPointer<QPushButton> default_;
     std::function<void()> dismiss_;
+    std::uint64_t page_ = 0; ///< how many were shown and answered
 };
 
 } // namespace glimmerly

@@ -2,11 +2,11 @@
 
 #include "app/MenuShortcut.h"
 #include "app/ScreenshotRequests.h"
-#include "capture/OverlayPresenter.h"
 #include "diagnostics/GlimmerlyLog.h"
 #include "hotkeys/HotkeySettings.h"
 #include "platform/Images.h"
 #include "platform/KeyboardLayout.h"
+#include "platform/OverlayWindows.h"
 #include "platform/Platform.h"
 #include "platform/StatusBar.h"
 #include "settings/SettingsWindowController.h"
@@ -67,7 +67,7 @@ void StatusItemController::installStatusItem() {
     layoutObservation_ = services_.keyboardLayout.observe([this] { globalHotkeyDidChange(); });
     // An open menu would go on taking the mouse and the keyboard, and be seen by nobody.
     overlayObservation_ =
-        services_.notifications.observe(OverlayPresenter::willShowNotification, [this] { menu().hide(); });
+        services_.notifications.observe(OverlayWindows::willShowNotification, [this] { menu().hide(); });
     setItemImage();
 }
 

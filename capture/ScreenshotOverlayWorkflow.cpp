@@ -1,8 +1,8 @@
 #include "capture/ScreenshotOverlayWorkflow.h"
 
-#include "capture/OverlayPresenter.h"
 #include "capture/ScreenshotCaptureSession.h"
 #include "capture/service/CaptureFile.h"
+#include "capture/service/OverlayPresenter.h"
 #include "capture/service/ScreenCaptureService.h"
 #include "diagnostics/GlimmerlyLog.h"
 #include "platform/Alerts.h"

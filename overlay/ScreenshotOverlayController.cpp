@@ -77,7 +77,7 @@ void ScreenshotOverlayController::presentOverlay(const std::filesystem::path& ca
         closeOverlay();
         return;
     }
-    services_.notifications.post(willShowNotification);
+    services_.notifications.post(OverlayWindows::willShowNotification);
     createWindow(*screen, captureImageURL);
     rememberApplicationToRestore();
     makeWindowKey();

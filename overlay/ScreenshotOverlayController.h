@@ -2,7 +2,7 @@
 
 #include "base/Bitmap.h"
 #include "base/Clock.h"
-#include "capture/OverlayPresenter.h"
+#include "capture/service/OverlayPresenter.h"
 #include "overlay/KeyDownMonitor.h"
 #include "overlay/OverlayKeyWindow.h"
 #include "platform/Screens.h"

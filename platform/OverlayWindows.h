@@ -4,6 +4,8 @@
 #include "base/Overhang.h"
 #include "platform/Screens.h"
 
+#include <string_view>
+
 class QWidget;
 
 namespace glimmerly {
@@ -12,6 +14,9 @@ namespace glimmerly {
 /// time. Main thread only.
 class OverlayWindows {
 public:
+    /// Posted just before an overlay is shown.
+    static constexpr std::string_view willShowNotification = "GlimmerlyOverlayWillShow";
+
     virtual ~OverlayWindows() = default;
 
     /// Makes `window`, which was never shown, a window of the overlay's kind over `screen`, `frame.height`

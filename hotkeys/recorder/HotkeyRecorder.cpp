@@ -1,11 +1,11 @@
 #include "hotkeys/recorder/HotkeyRecorder.h"
 
-#include "capture/OverlayPresenter.h"
 #include "hotkeys/recorder/HotkeyRecorderSegment.h"
 #include "hotkeys/recorder/HotkeyRecorderStyle.h"
 #include "hotkeys/recorder/HotkeyRecorderText.h"
 #include "platform/Alerts.h"
 #include "platform/KeyboardLayout.h"
+#include "platform/OverlayWindows.h"
 
 #include <QAccessible>
 #include <QBoxLayout>
@@ -43,7 +43,7 @@ HotkeyRecorder::HotkeyRecorder(const HotkeyRecorderServices& services, QWidget* 
     connect(&renderSoon_, &QTimer::timeout, this, [this] { render(); });
     model_.setOnWillChange([this] { renderSoon_.start(); });
     layoutObservation_ = services_.keyboardLayout.observe([this] { render(); });
-    overlayObservation_ = services_.notifications.observe(OverlayPresenter::willShowNotification,
+    overlayObservation_ = services_.notifications.observe(OverlayWindows::willShowNotification,
                                                           [this] { model_.stopRecording(); });
     render();
 }

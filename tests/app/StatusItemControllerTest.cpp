@@ -1,7 +1,7 @@
 #include "app/StatusItemController.h"
 
-#include "capture/OverlayPresenter.h"
 #include "hotkeys/HotkeySettings.h"
+#include "platform/OverlayWindows.h"
 #include "tests/support/FakeApplication.h"
 #include "tests/support/FakeImages.h"
 #include "tests/support/FakeKeyboardLayout.h"
@@ -177,7 +177,7 @@ TEST_F(StatusItemControllerTest, AnOpenMenuGivesWayToAnOverlay) {
     QMenu& menu = install().menu();
     menu.popup({});
     ASSERT_TRUE(menu.isVisible());
-    notifications.post(OverlayPresenter::willShowNotification);
+    notifications.post(OverlayWindows::willShowNotification);
     EXPECT_FALSE(menu.isVisible());
 }
 

@@ -1,7 +1,7 @@
 #include "capture/ScreenshotOverlayWorkflow.h"
 
-#include "capture/OverlayPresenter.h"
 #include "capture/ScreenshotCaptureSession.h"
+#include "capture/service/OverlayPresenter.h"
 #include "capture/service/ScreenCaptureService.h"
 #include "tests/support/FakeAlerts.h"
 #include "tests/support/FakeMainQueue.h"

@@ -1,16 +1,12 @@
 #pragma once
 
 #include <filesystem>
-#include <string_view>
 
 namespace glimmerly {
 
 /// Shows captures. Main thread only.
 class OverlayPresenter {
 public:
-    /// Posted just before an overlay is shown.
-    static constexpr std::string_view willShowNotification = "GlimmerlyOverlayWillShow";
-
     virtual ~OverlayPresenter() = default;
 
     /// Shows the capture file, which is the presenter's to delete from then on.

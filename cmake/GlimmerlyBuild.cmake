@@ -37,7 +37,7 @@ function(glimmerly_library name)
 endfunction()
 
 # glimmerly_test(NAME LINKS ... [ENVIRONMENT ...]): the folder's own sources as a test program whose cases
-# CTest runs one by one, labelled with the folder's name.
+# CTest runs one by one, labelled with the folder below tests/.
 function(glimmerly_test name)
     cmake_parse_arguments(ARG "" "" "LINKS;ENVIRONMENT" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
@@ -45,7 +45,7 @@ function(glimmerly_test name)
     target_link_libraries(${name} PRIVATE ${ARG_LINKS} glimmerly_test_support GTest::gmock
         glimmerly_build_settings)
     include(GoogleTest)
-    get_filename_component(folder ${CMAKE_CURRENT_SOURCE_DIR} NAME)
+    file(RELATIVE_PATH folder ${CMAKE_SOURCE_DIR}/tests ${CMAKE_CURRENT_SOURCE_DIR})
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
         PROPERTIES LABELS ${folder} TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;${ARG_ENVIRONMENT}")
 endfunction()

@@ -1,4 +1,4 @@
-#include "tests/capture_onboarding/OnboardingFixture.h"
+#include "tests/capture/onboarding/OnboardingFixture.h"
 
 namespace glimmerly {
 namespace {

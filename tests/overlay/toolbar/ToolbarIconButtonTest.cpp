@@ -1,4 +1,4 @@
-#include "tests/overlay_toolbar/ToolbarFixture.h"
+#include "tests/overlay/toolbar/ToolbarFixture.h"
 
 #include <gmock/gmock.h>
 

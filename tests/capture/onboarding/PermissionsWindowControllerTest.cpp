@@ -1,6 +1,6 @@
 #include "capture/onboarding/PermissionsWindowController.h"
 
-#include "tests/capture_onboarding/OnboardingFixture.h"
+#include "tests/capture/onboarding/OnboardingFixture.h"
 #include "ui/UiButton.h"
 #include "ui/UiText.h"
 

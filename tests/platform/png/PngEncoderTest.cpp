@@ -2,8 +2,8 @@
 
 #include "platform/png/PngDecoder.h"
 #include "platform/png/PngError.h"
-#include "tests/png/LibPng.h"
-#include "tests/png/TestPictures.h"
+#include "tests/platform/png/LibPng.h"
+#include "tests/platform/png/TestPictures.h"
 
 #include <gtest/gtest.h>
 

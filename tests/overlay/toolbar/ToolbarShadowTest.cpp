@@ -1,5 +1,5 @@
 #include "overlay/toolbar/ToolbarShadowView.h"
-#include "tests/overlay_toolbar/ToolbarFixture.h"
+#include "tests/overlay/toolbar/ToolbarFixture.h"
 #include "ui/ShadowImage.h"
 
 namespace glimmerly {

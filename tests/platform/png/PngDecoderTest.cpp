@@ -3,8 +3,8 @@
 #include "platform/png/PngChunks.h"
 #include "platform/png/PngEncoder.h"
 #include "platform/png/PngError.h"
-#include "tests/png/LibPng.h"
-#include "tests/png/TestPictures.h"
+#include "tests/platform/png/LibPng.h"
+#include "tests/platform/png/TestPictures.h"
 #include "tests/support/ScratchDirectory.h"
 
 #include <gtest/gtest.h>

@@ -2,12 +2,13 @@
 
 #include "tests/support/ProcessState.h"
 #include "tests/support/ScratchDirectory.h"
+#include "tests/support/desktop/ChildProcess.h"
+#include "tests/support/desktop/WaitUntil.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
-#include <QStringList>
 
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -18,14 +19,11 @@ namespace glimmerly {
 struct TestCertificate {
     explicit TestCertificate(const std::filesystem::path& directory)
         : certificate(directory / "certificate.pem"), key(directory / "key.pem") {
-        const QStringList arguments =
-            QString("req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes"
-                    " -subj /CN=test -addext subjectAltName=IP:127.0.0.1")
-                .split(' ')
-            << "-keyout" << key.c_str() << "-out" << certificate.c_str();
-        QProcess openssl;
-        openssl.start("openssl", arguments);
-        if (!openssl.waitForFinished() || openssl.exitCode() != 0)
+        const auto made = ChildProcess::outputOf(
+            {.command = {"openssl", "req", "-x509", "-newkey", "ec", "-pkeyopt",
+                         "ec_paramgen_curve:prime256v1", "-nodes", "-subj", "/CN=test", "-addext",
+                         "subjectAltName=IP:127.0.0.1", "-keyout", key, "-out", certificate}});
+        if (!made)
             throw std::runtime_error("openssl made no certificate");
     }
 
@@ -38,20 +36,14 @@ class LoopbackService {
 public:
     explicit LoopbackService(const TestCertificate* certificate = nullptr)
         : scheme_(certificate != nullptr ? "https" : "http") {
-        QStringList arguments{LOOPBACK_SERVICE, record().c_str()};
+        const auto said = directory_.path() / "port";
+        std::vector<std::string> command{"python3", LOOPBACK_SERVICE, record()};
         if (certificate != nullptr)
-            arguments << certificate->certificate.c_str() << certificate->key.c_str();
-        process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        process_.start("python3", arguments);
-        while (!process_.canReadLine()) {
-            if (!process_.waitForReadyRead(20'000))
-                throw std::runtime_error("the service did not start");
-        }
-        port = process_.readLine().trimmed().toInt();
-    }
-    ~LoopbackService() {
-        process_.kill();
-        process_.waitForFinished();
+            command.insert(command.end(), {certificate->certificate, certificate->key});
+        process_.emplace(ChildProcess::Options{.command = command, .output = said});
+        if (!waitUntil([&] { return contentOf(said).ends_with('\n'); }))
+            throw std::runtime_error("the service did not start");
+        port = std::stoi(contentOf(said));
     }
     LoopbackService(const LoopbackService&) = delete;
     LoopbackService& operator=(const LoopbackService&) = delete;
@@ -81,7 +73,7 @@ private:
     ScratchDirectory directory_;
     ScopedEnvironment noProxy_{"no_proxy", "127.0.0.1,localhost"};
     std::string scheme_;
-    QProcess process_;
+    std::optional<ChildProcess> process_;
 };
 
 } // namespace glimmerly

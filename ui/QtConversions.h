@@ -9,9 +9,8 @@
 
 namespace glimmerly {
 
-/// A picture over the same pixels as `bitmap`, which it keeps alive; opaque pictures draw fastest.
-enum class Opacity { opaque, translucent };
-[[nodiscard]] QImage toQImage(const Bitmap& bitmap, Opacity opacity);
+/// An opaque picture over the same pixels as `bitmap`, which it keeps alive.
+[[nodiscard]] QImage toQImage(const Bitmap& bitmap);
 
 [[nodiscard]] inline QString toQString(std::string_view utf8) {
     return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));

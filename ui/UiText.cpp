@@ -63,11 +63,6 @@ UiLabel::UiLabel(const QString& text, const TextStyle& style, QWidget* parent)
     applyColor();
 }
 
-void UiLabel::setTextColor(TextColor color) {
-    color_ = color;
-    applyColor();
-}
-
 void UiLabel::changeEvent(QEvent* event) {
     QLabel::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)

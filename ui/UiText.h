@@ -45,15 +45,13 @@ class UiLabel : public QLabel {
 public:
     UiLabel(const QString& text, const TextStyle& style, QWidget* parent = nullptr);
 
-    void setTextColor(TextColor color);
-
 protected:
     void changeEvent(QEvent* event) override;
 
 private:
     void applyColor();
 
-    TextColor color_;
+    const TextColor color_;
 };
 
 } // namespace glimmerly

@@ -46,7 +46,7 @@ OverlayCanvasView::OverlayCanvasView(std::filesystem::path captureImageURL, Rect
         GlimmerlyLog::error(log_category::overlayCanvas, "Capture PNG could not be loaded for overlay canvas",
                             {{"capture", captureImageURL_.filename().string()}});
     if (backing_.backgroundImageExpanded)
-        background_ = toQImage(backing_.backgroundImageExpanded->bitmap, Opacity::opaque);
+        background_ = toQImage(backing_.backgroundImageExpanded->bitmap);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAttribute(Qt::WA_NoSystemBackground);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);

@@ -27,7 +27,6 @@ public:
     [[nodiscard]] static Point clampedToolbarOrigin(Point origin, Size size, const Rect& bounds);
 
     [[nodiscard]] bool hasMovedBefore() const { return customOrigin_.has_value(); }
-    [[nodiscard]] const std::optional<Point>& customOrigin() const { return customOrigin_; }
 
 private:
     std::optional<Point> customOrigin_;

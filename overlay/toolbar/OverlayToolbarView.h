@@ -49,10 +49,6 @@ public:
     /// Lights the colour of that id alone and reports it; with none or an unknown id, every colour goes dark
     /// and nothing is reported.
     void setSelectedColor(std::optional<std::string_view> id);
-    [[nodiscard]] std::optional<SelectionTool> selectedTool() const { return tools_.litChoice(); }
-    [[nodiscard]] std::optional<AnnotationColorOption> selectedColorOption() const {
-        return colors_.litChoice();
-    }
 
 protected:
     void enterEvent(QEnterEvent* event) override;

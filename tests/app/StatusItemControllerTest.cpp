@@ -160,7 +160,6 @@ TEST_F(StatusItemControllerTest, PictureFallsBackStepByStep) {
     for (const auto& [name, title] :
          {std::pair("Étude", "É"), std::pair("", "G"), std::pair("🐇 Hare", "🐇")}) {
         install({.name = name});
-        EXPECT_TRUE(statusItem.image.isNull() || statusItem.title == title);
         EXPECT_EQ(statusItem.title.toStdString(), title);
     }
 }

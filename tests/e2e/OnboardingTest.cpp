@@ -113,6 +113,8 @@ TEST_F(Onboarding, AnOpenWindowFollowsLightAndDark) {
     EXPECT_TRUE(waitUntil([&] { return windowPixels().row(5)[5] == darkBackground; }));
     desktop.portalSays("screenshot=no\ncolor-scheme=2\n");
     EXPECT_TRUE(waitUntil([&] { return windowPixels().row(5)[5] == lightBackground; }));
+    desktop.portalSays("screenshot=no\ncolor-scheme=1\n");
+    EXPECT_TRUE(waitUntil([&] { return windowPixels().row(5)[5] == darkBackground; }));
 }
 
 } // namespace

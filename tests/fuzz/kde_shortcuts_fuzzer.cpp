@@ -7,6 +7,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace glimmerly;
     for (const auto& shortcut : kdeShortcuts({reinterpret_cast<const char*>(data), size}))
-        require(shortcut.keys.symbol != XKB_KEY_NoSymbol || shortcut.keys.keycode <= 255);
+        require(shortcut.keys.symbol != XKB_KEY_NoSymbol ||
+                (shortcut.keys.keycode > 0 && shortcut.keys.keycode <= 255));
     return 0;
 }

@@ -9,7 +9,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string channel(reinterpret_cast<const char*>(data), size);
     const auto shortcuts = xfceShortcuts(std::array{channel});
     for (const auto& shortcut : shortcuts)
-        require(shortcut.keys.symbol != XKB_KEY_NoSymbol || shortcut.keys.keycode <= 255);
+        require(shortcut.keys.symbol != XKB_KEY_NoSymbol ||
+                (shortcut.keys.keycode > 0 && shortcut.keys.keycode <= 255));
     require(xfceShortcuts(std::array{channel, channel}) == shortcuts);
     return 0;
 }

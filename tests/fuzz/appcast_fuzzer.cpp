@@ -28,6 +28,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const auto& item : *whole)
         require(!item.version.empty() && !item.enclosure.url.empty() && item.enclosure.length > 0 &&
                 item.notes.size() <= appcast_limits::text);
-    (void)chooseUpdate(*whole, {.currentVersion = "1.0", .systemVersion = "2.36", .skippedVersion = {}});
+    (void)chooseUpdate(
+        *whole,
+        {.currentVersion = "1.0", .systemVersion = "2.36", .architecture = "x86_64", .skippedVersion = {}});
     return 0;
 }

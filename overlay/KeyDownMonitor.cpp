@@ -14,7 +14,7 @@ bool KeyDownMonitor::eventFilter(QObject* receiver, QEvent* event) {
     if (event->type() != QEvent::KeyPress || !receiver->isWindowType())
         return false;
     const Handler handler = handler_; // survives this object's end
-    return handler(static_cast<const QKeyEvent&>(*event)) == Verdict::swallow;
+    return handler(static_cast<const QKeyEvent&>(*event), *receiver) == Verdict::swallow;
 }
 
 } // namespace glimmerly

@@ -14,7 +14,8 @@ namespace glimmerly {
 class KeyDownMonitor : private QObject {
 public:
     enum class Verdict { pass, swallow };
-    using Handler = std::function<Verdict(const QKeyEvent&)>;
+    /// Gets the press and the window that it is for.
+    using Handler = std::function<Verdict(const QKeyEvent&, const QObject& window)>;
 
     /// `handler` may destroy the monitor.
     explicit KeyDownMonitor(Handler handler);

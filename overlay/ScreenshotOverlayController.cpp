@@ -5,7 +5,6 @@
 #include "diagnostics/GlimmerlyLog.h"
 #include "overlay/canvas/OverlayCanvasView.h"
 #include "overlay/export/OverlayCanvasSelectionExport.h"
-#include "platform/Application.h"
 #include "platform/MainQueue.h"
 #include "platform/OverlayWindows.h"
 #include "platform/Platform.h"
@@ -17,6 +16,7 @@
 #include <QKeyEvent>
 #include <QLocale>
 #include <QPointer>
+#include <QWindow>
 
 #include <unistd.h>
 
@@ -53,8 +53,7 @@ ScreenshotOverlayController::~ScreenshotOverlayController() = default;
 ScreenshotOverlayController& ScreenshotOverlayController::shared() {
     static auto* const instance = [] {
         auto& platform = Platform::current();
-        return new ScreenshotOverlayController({.application = platform.application,
-                                                .screens = platform.screens,
+        return new ScreenshotOverlayController({.screens = platform.screens,
                                                 .workspace = platform.workspace,
                                                 .overlayWindows = platform.overlayWindows,
                                                 .pasteboard = platform.pasteboard,
@@ -124,24 +123,30 @@ void ScreenshotOverlayController::rememberApplicationToRestore() {
 }
 
 void ScreenshotOverlayController::makeWindowKey() {
-    services_.application.activateIgnoringOtherApps();
     services_.overlayWindows.makeKeyAndOrderFront(*window_);
     window_->contentView()->setFocus();
 }
 
 void ScreenshotOverlayController::installKeyDownMonitor() {
-    keyDownMonitor_ = std::make_unique<KeyDownMonitor>([controller = QPointer(this)](const QKeyEvent& event) {
-        return controller ? controller->handleKeyDown(event) : KeyDownMonitor::Verdict::pass;
-    });
+    keyDownMonitor_ = std::make_unique<KeyDownMonitor>(
+        [controller = QPointer(this)](const QKeyEvent& event, const QObject& window) {
+            return controller ? controller->handleKeyDown(event, window) : KeyDownMonitor::Verdict::pass;
+        });
 }
 
-KeyDownMonitor::Verdict ScreenshotOverlayController::handleKeyDown(const QKeyEvent& event) {
+bool ScreenshotOverlayController::isOverlays(const QObject& window) const {
+    const QObject* own = window_->windowHandle();
+    return own == &window;
+}
+
+KeyDownMonitor::Verdict ScreenshotOverlayController::handleKeyDown(const QKeyEvent& event,
+                                                                   const QObject& window) {
     if (!window_)
         return KeyDownMonitor::Verdict::pass;
     // By what the layout makes of the key, not by its position: many have moved Escape to Caps Lock.
     const bool isReturn = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
     if (event.key() != Qt::Key_Escape && (!isReturn || window_->firstResponderIsTextView()))
-        return window_->performKeyEquivalent(event);
+        return isOverlays(window) ? window_->performKeyEquivalent(event) : KeyDownMonitor::Verdict::pass;
     if (event.isAutoRepeat()) // a key held down is pressed once
         return KeyDownMonitor::Verdict::swallow;
     if (isReturn)
@@ -181,7 +186,6 @@ void ScreenshotOverlayController::saveSelection() {
 }
 
 void ScreenshotOverlayController::askWhereToSave(const Bitmap& image, const TelemetryProperties& dismissal) {
-    services_.application.activateIgnoringOtherApps();
     const auto answer = services_.savePanel.runModal({defaultCaptureFileName(services_.clock())});
     if (answer.response == SavePanelResponse::cancel)
         return;
@@ -225,18 +229,21 @@ void ScreenshotOverlayController::dismissOverlay(DismissalSource source) {
 void ScreenshotOverlayController::closeOverlay() {
     overlayOpenDate_.reset();
     keyDownMonitor_.reset();
-    closeWindow();
-    if (const auto application = std::exchange(appToRestoreAfterOverlay_, nullptr))
+    const bool hadKeyboard = closeWindow();
+    const auto application = std::exchange(appToRestoreAfterOverlay_, nullptr);
+    if (application && hadKeyboard)
         application->activateAllWindows();
     deleteCaptureFile();
 }
 
-void ScreenshotOverlayController::closeWindow() {
+/// Whether it had the keyboard. Without it the user is in another program by now, on another display.
+bool ScreenshotOverlayController::closeWindow() {
     if (!window_)
-        return;
-    services_.overlayWindows.orderOut(*window_);
+        return false;
+    const bool hadKeyboard = services_.overlayWindows.orderOut(*window_);
     window_->setContentView(nullptr);
     spare_.window = std::move(window_);
+    return hadKeyboard;
 }
 
 void ScreenshotOverlayController::deleteCaptureFile() {

@@ -17,7 +17,6 @@
 
 namespace glimmerly {
 
-class Application;
 class MainQueue;
 class NotificationCenter;
 class OverlayWindows;
@@ -29,7 +28,6 @@ class Workspace;
 
 /// What the controller uses of the desktop.
 struct OverlayControllerServices {
-    Application& application;
     const Screens& screens;
     Workspace& workspace;
     OverlayWindows& overlayWindows;
@@ -87,11 +85,12 @@ private:
 
     void createWindow(const Screen& screen, const std::filesystem::path& captureImageURL);
     std::unique_ptr<OverlayKeyWindow> windowFor(const Screen& screen, Rect frame);
-    void closeWindow();
+    bool closeWindow();
     void rememberApplicationToRestore();
     void makeWindowKey();
     void installKeyDownMonitor();
-    KeyDownMonitor::Verdict handleKeyDown(const QKeyEvent& event);
+    [[nodiscard]] bool isOverlays(const QObject& window) const;
+    KeyDownMonitor::Verdict handleKeyDown(const QKeyEvent& event, const QObject& window);
     [[nodiscard]] TelemetryProperties dismissalProperties(std::optional<DismissalSource> source,
                                                           TelemetryProperties base = {}) const;
     void askWhereToSave(const Bitmap& image, const TelemetryProperties& dismissal);

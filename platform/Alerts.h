@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <stop_token>
 #include <string>
 #include <vector>
@@ -13,7 +14,8 @@ struct Alert {
     std::string messageText;     ///< UTF-8
     std::string informativeText; ///< UTF-8
     std::vector<std::string> buttons;
-    std::stop_token stop{}; ///< a request takes the alert down, as its last button does
+    std::size_t preferredButton = 0; ///< the index of the one that Return chooses
+    std::stop_token stop{};          ///< a request takes the alert down, as its last button does
 };
 
 /// What calls for the user's attention.

@@ -23,10 +23,11 @@ public:
     /// points tall (see `Overhang`). Its content fills it from the top-left corner; where the scale is no
     /// whole number, it is up to a point larger than what is seen of it on the right and at the bottom.
     virtual void prepare(QWidget& window, const Screen& screen, Rect frame) = 0;
-    /// Shows it in front of everything and gives it the keyboard.
+    /// Shows it in front of everything and gives it the keyboard. None of the program's other windows comes
+    /// forward with it.
     virtual void makeKeyAndOrderFront(QWidget& window) = 0;
-    /// Hides it and gives the keyboard back to whoever had it.
-    virtual void orderOut(QWidget& window) = 0;
+    /// Hides it. Whether it had the keyboard, which then goes back to whoever had it before.
+    virtual bool orderOut(QWidget& window) = 0;
 };
 
 } // namespace glimmerly

@@ -6,7 +6,7 @@
 
 namespace glimmerly {
 
-/// Qt's file dialog, or the desktop's own where Qt brings it along.
+/// Qt's file dialog on every desktop.
 class QtSavePanel : public SavePanel {
 public:
     SavePanelAnswer runModal(const SavePanelRequest& request) override;

@@ -101,13 +101,16 @@ void X11OverlayKeeper::raiseAboveOthers() {
     unbeatable_ = coveringWindows();
 }
 
-/// The overlay, and windows of ours that were opened over it; those below it cannot be seen.
+/// The overlay, and windows of ours that were opened over it: those below it cannot be seen, and the pointer
+/// has left those beside it.
 bool X11OverlayKeeper::mayHaveFocus(xcb_window_t window) const {
     if (window == overlay_ || !isOurs(window))
         return window == overlay_;
     const auto bottomToTop = children(connection_.root());
     const auto aboveOverlay = std::ranges::find(bottomToTop, overlay_);
-    return std::ranges::find(aboveOverlay, bottomToTop.end(), ancestorOnRoot(window)) != bottomToTop.end();
+    const xcb_window_t outermost = ancestorOnRoot(window);
+    return std::ranges::find(aboveOverlay, bottomToTop.end(), outermost) != bottomToTop.end() &&
+           covers(outermost);
 }
 
 /// `window` itself, or the window manager's frame around it.

@@ -91,11 +91,15 @@ void X11OverlayWindows::makeKeyAndOrderFront(QWidget& window) {
     keeper_->takeFocus();
 }
 
-void X11OverlayWindows::orderOut(QWidget& window) {
+bool X11OverlayWindows::orderOut(QWidget& window) {
     keeper_.reset();
-    heldKeys_.swallowUntilReleased();
-    x11_focus::set(*connection_, focusBefore_);
+    const bool hadKeyboard = x11_focus::current(*connection_) == window.winId();
+    if (hadKeyboard) {
+        heldKeys_.swallowUntilReleased();
+        x11_focus::set(*connection_, focusBefore_);
+    }
     window.hide();
+    return hadKeyboard;
 }
 
 } // namespace glimmerly

@@ -18,7 +18,7 @@ public:
 
     void prepare(QWidget& window, const Screen& screen, Rect frame) override;
     void makeKeyAndOrderFront(QWidget& window) override;
-    void orderOut(QWidget& window) override;
+    bool orderOut(QWidget& window) override;
 
 private:
     void place(xcb_window_t window, PixelRect area, PixelSize sizeForQt);

@@ -23,12 +23,12 @@ protected:
         editor.tap("Download");
         return waitForWindows(1);
     }
-    /// Waits until there are so many windows, all of the panel, and one of them has the keyboard.
+    /// Waits until there are so many windows, all of the panel, and the newest has the keyboard.
     [[nodiscard]] testing::AssertionResult waitForWindows(std::size_t count) {
         const auto haveKeyboard = [&] {
             const auto windows = client.managedWindows();
             return windows.size() == count && session.program.overlays().empty() &&
-                   std::ranges::find(windows, client.focusedWindow()) != windows.end();
+                   client.focusedWindow() == windows.back();
         };
         return waitUntil(haveKeyboard) ? testing::AssertionSuccess()
                                        : testing::AssertionFailure() << "no panel\n"
@@ -36,12 +36,19 @@ protected:
     }
     /// Replaces the name that the panel offers, and waits until the panel has gone.
     [[nodiscard]] testing::AssertionResult answer(const std::filesystem::path& file) {
+        type(file);
+        return waitForNoPanel();
+    }
+    void type(const std::filesystem::path& file) const {
         session.robot.type({Key::leftControl, Key::a});
         session.robot.typeText(file.string());
-        return finish(Key::returnKey);
+        session.robot.type({Key::returnKey});
     }
     [[nodiscard]] testing::AssertionResult finish(Key key) {
         session.robot.type({key});
+        return waitForNoPanel();
+    }
+    [[nodiscard]] testing::AssertionResult waitForNoPanel() const {
         return waitUntil([this] { return client.managedWindows().empty(); })
                    ? testing::AssertionSuccess()
                    : testing::AssertionFailure() << "the panel stays";
@@ -66,14 +73,17 @@ protected:
 };
 
 TEST_F(Download, SavesTheSelectionUnderTheNameTyped) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"whole.png", "whole.png"}, {"plain", "plain.png"}, {"two.parts", "two.parts"}};
+    const std::pair<const char*, const char*> cases[] = {{"whole.PNG", "whole.PNG"},
+                                                         {"plain", "plain.png"},
+                                                         {"two.parts", "two.parts.png"},
+                                                         {"dot.", "dot.png"}};
     for (const auto& [typed, written] : cases) {
         ASSERT_TRUE(openPanel()) << typed;
         ASSERT_TRUE(answer(place / typed));
         EXPECT_TRUE(isTheSelection(place / written));
     }
-    EXPECT_EQ(namesIn(place), (std::vector<std::string>{"plain.png", "two.parts", "whole.png"}));
+    EXPECT_EQ(namesIn(place),
+              (std::vector<std::string>{"dot.png", "plain.png", "two.parts.png", "whole.PNG"}));
     EXPECT_TRUE(session.program.captureFiles().empty());
 }
 
@@ -92,15 +102,31 @@ TEST_F(Download, TheNameOfferedSavesBesideTheLastOne) {
     EXPECT_TRUE(isTheSelection(place / name));
 }
 
+TEST_F(Download, AsksBeforeItReplacesAndStaysWhereNothingCanBeWritten) {
+    writeContent(place / "there.png", "before");
+    ASSERT_TRUE(openPanel());
+    for (const char* typed : {"there.", "missing/picture"}) {
+        type(place / typed);
+        ASSERT_TRUE(waitForWindows(2)) << typed;
+        session.robot.type({Key::escape});
+        ASSERT_TRUE(waitForWindows(1));
+    }
+    EXPECT_EQ(contentOf(place / "there.png"), "before");
+    type(place / "there");
+    ASSERT_TRUE(waitForWindows(2));
+    session.robot.type({Key::tab});
+    ASSERT_TRUE(finish(Key::space));
+    ASSERT_TRUE(waitUntil([this] { return contentOf(place / "there.png") != "before"; }));
+    EXPECT_TRUE(isTheSelection(place / "there.png"));
+}
+
 TEST_F(Download, AnOverlayOpensAndClosesAboveThePanelAndItsQuestion) {
     writeContent(place / "there.png", "before");
     ASSERT_TRUE(openPanel());
     EXPECT_TRUE(session.openOverlay());
     session.robot.type({Key::escape});
     ASSERT_TRUE(waitForWindows(1));
-    session.robot.type({Key::leftControl, Key::a});
-    session.robot.typeText((place / "there.png").string());
-    session.robot.type({Key::returnKey});
+    type(place / "there.png");
     ASSERT_TRUE(waitForWindows(2)) << "the question";
     EXPECT_TRUE(session.openOverlay());
     session.robot.type({Key::escape});
@@ -116,7 +142,7 @@ TEST_F(Download, WhatCannotBeWrittenIsLoggedAndWhatIsCancelledIsNot) {
     ASSERT_TRUE(openPanel());
     ASSERT_TRUE(finish(Key::escape));
     ASSERT_TRUE(openPanel());
-    ASSERT_TRUE(answer(place / "missing/picture"));
+    ASSERT_TRUE(answer("/proc/picture.png"));
     const auto failure = "writeCroppedImagePNG returned false after save panel";
     ASSERT_TRUE(session.program.waitForLog(failure));
     ASSERT_EQ(session.program.log(failure).size(), 1U) << "and none for the panel that was cancelled";

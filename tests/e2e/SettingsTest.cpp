@@ -123,6 +123,25 @@ TEST_F(Settings, AnOverlayOverTheWindowHasTheKeyboard) {
     }
 }
 
+TEST_F(Settings, AnOverlayLeavesTheWindowBehindOthers) {
+    open();
+    session.desktop.start({"xterm", "-geometry", "60x20+100+100"});
+    const auto stacking = [this] { return client.managedWindows("_NET_CLIENT_LIST_STACKING"); };
+    const auto terminalIsActive = [&] {
+        const auto windows = stacking();
+        return windows.size() == 2 && windows.back() != client.managedWindows().front() &&
+               client.windowProperty(client.root(), "_NET_ACTIVE_WINDOW") == windows.back();
+    };
+    ASSERT_TRUE(waitUntil(terminalIsActive));
+    const auto before = stacking();
+    ASSERT_TRUE(session.openOverlay());
+    EXPECT_EQ(stacking(), before);
+    session.robot.type({Key::escape});
+    ASSERT_TRUE(session.waitForNoOverlay());
+    EXPECT_TRUE(waitUntil(terminalIsActive));
+    EXPECT_EQ(stacking(), before);
+}
+
 TEST_F(Settings, AnOverlayEndsARecordingAndGetsTheKeys) {
     open();
     ASSERT_TRUE(startRecording(recordedHotkey));

@@ -3,7 +3,6 @@
 #include "base/NotificationCenter.h"
 #include "overlay/ScreenshotOverlayController.h"
 #include "overlay/canvas/OverlayCanvasView.h"
-#include "tests/support/FakeApplication.h"
 #include "tests/support/FakeMainQueue.h"
 #include "tests/support/FakeOverlayWindows.h"
 #include "tests/support/FakePasteboard.h"
@@ -47,8 +46,7 @@ protected:
     }
     std::unique_ptr<ScreenshotOverlayController> makeController(std::optional<std::string> bundleIdentifier) {
         return std::make_unique<ScreenshotOverlayController>(
-            OverlayControllerServices{.application = application,
-                                      .screens = screens,
+            OverlayControllerServices{.screens = screens,
                                       .workspace = workspace,
                                       .overlayWindows = overlayWindows,
                                       .pasteboard = pasteboard,
@@ -63,7 +61,6 @@ protected:
     Bitmap picture = noisePicture({320, 200});
     ScratchDirectory directory;
     LogCapture log;
-    FakeApplication application;
     FakeScreens screens{{FakeScreens::display({320, 200})}};
     FakeWorkspace workspace;
     FakeOverlayWindows overlayWindows;

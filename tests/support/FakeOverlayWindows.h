@@ -21,14 +21,16 @@ public:
         window.show();
         window.activateWindow();
     }
-    void orderOut(QWidget& window) override {
+    bool orderOut(QWidget& window) override {
         window.hide();
         if (onOrderOut)
             onOrderOut();
+        return hasKeyboard;
     }
 
     std::optional<Screen> screen; ///< of the last overlay
     Rect frame;
+    bool hasKeyboard = true;
     std::function<void()> onOrderOut;
 };
 

@@ -139,7 +139,7 @@ protected:
     }
     [[nodiscard]] bool isOnTop() { return Overlay::isSeenAt(client, 150, 80); }
 
-    X11Desktop desktop{{.windowManager = GetParam()}};
+    X11Desktop desktop{{.windowManager = GetParam(), .screen = "840x481x24"}};
     XcbClient client;
     Overlay overlay;
 };
@@ -192,6 +192,26 @@ TEST_P(WithAndWithout, KeepsTheKeyboardWhileThePointerIsOnIt) {
     client.focus(other);
     EXPECT_TRUE(runUntil([&] { return client.focusedWindow() == window(); }));
     typeAndExpectInOverlay();
+}
+
+TEST_P(WithAndWithout, SharesTheKeyboardWithWindowsOnOtherDisplays) {
+    QWidget ours; // opened later, it lies above the overlay without covering any of it
+    client.robot.moveTo({300, 300});
+    overlay.open();
+    ours.setGeometry(700, 50, 100, 100);
+    ours.show();
+    const auto own = static_cast<xcb_window_t>(ours.winId());
+    ASSERT_TRUE(runUntil([&] { return client.focus(own) == own || client.focusedWindow() == window(); }));
+    EXPECT_TRUE(runUntil([&] { return client.focusedWindow() == window(); }))
+        << "the pointer is on the overlay";
+
+    const auto other = openWithKeyboard();
+    client.robot.moveTo({750, 300});
+    EXPECT_TRUE(runUntil([&] {
+        return client.focus(other) == other && (runAHundredTurns(), client.focusedWindow() == other);
+    }));
+    EXPECT_FALSE(overlay.windows.orderOut(overlay.content));
+    EXPECT_EQ(client.focusedWindow(), other);
 }
 
 TEST_P(WithAndWithout, GivesWayToOneThatWillNotLoseTheKeyboard) {

@@ -9,9 +9,14 @@ namespace glimmerly {
 
 namespace {
 
-bool hasMonitors(xcb_connection_t* x) {
+/// None where the server does not know RandR.
+const xcb_query_extension_reply_t* randr(xcb_connection_t* x) {
     const auto* extension = xcb_get_extension_data(x, &xcb_randr_id);
-    if (extension == nullptr || !extension->present)
+    return extension != nullptr && extension->present ? extension : nullptr;
+}
+
+bool hasMonitors(xcb_connection_t* x) {
+    if (randr(x) == nullptr)
         return false;
     const XcbOwned<xcb_randr_query_version_reply_t> version(
         xcb_randr_query_version_reply(x, xcb_randr_query_version(x, 1, 5), nullptr));
@@ -62,6 +67,19 @@ std::vector<X11Display> x11Displays(const X11Connection& connection) {
         std::rotate(displays.begin(), displays.begin() + static_cast<std::ptrdiff_t>(primary),
                     displays.begin() + static_cast<std::ptrdiff_t>(primary) + 1);
     return displays;
+}
+
+void selectDisplayChanges(const X11Connection& connection) {
+    if (randr(connection.get()) == nullptr)
+        return;
+    xcb_randr_select_input(connection.get(), connection.root(), XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE);
+    xcb_flush(connection.get());
+}
+
+bool isDisplayChange(const X11Connection& connection, const xcb_generic_event_t& event) {
+    const auto* extension = randr(connection.get());
+    return extension != nullptr &&
+           (event.response_type & ~0x80) == extension->first_event + XCB_RANDR_SCREEN_CHANGE_NOTIFY;
 }
 
 } // namespace glimmerly

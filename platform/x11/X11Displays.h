@@ -22,4 +22,8 @@ struct X11Display {
 /// window. Empty when the server has gone.
 [[nodiscard]] std::vector<X11Display> x11Displays(const X11Connection& connection);
 
+/// Has the server tell `connection` of each change of the displays, where it knows RandR.
+void selectDisplayChanges(const X11Connection& connection);
+[[nodiscard]] bool isDisplayChange(const X11Connection& connection, const xcb_generic_event_t& event);
+
 } // namespace glimmerly

@@ -60,6 +60,13 @@ void X11OverlayKeeper::orderFront() const {
     xcb_flush(connection_.get());
 }
 
+void X11OverlayKeeper::moveTo(PixelRect area) {
+    area_ = area;
+    const std::uint32_t origin[] = {static_cast<std::uint32_t>(area.x), static_cast<std::uint32_t>(area.y)};
+    xcb_configure_window(connection_.get(), overlay_, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, origin);
+    xcb_flush(connection_.get());
+}
+
 void X11OverlayKeeper::takeFocus() const {
     x11_focus::set(connection_, overlay_);
 }

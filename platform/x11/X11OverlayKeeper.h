@@ -35,6 +35,7 @@ public:
     X11OverlayKeeper& operator=(const X11OverlayKeeper&) = delete;
 
     void orderFront() const;
+    void moveTo(PixelRect area);
     void takeFocus() const;
 
     void handle(const xcb_generic_event_t& event);

@@ -1,5 +1,6 @@
 #include "platform/x11/X11OverlayWindows.h"
 
+#include "platform/x11/X11Displays.h"
 #include "platform/x11/X11Focus.h"
 
 #include <QGuiApplication>
@@ -44,14 +45,23 @@ int pointsCovering(int pixels, double scale) {
 
 X11OverlayWindows::X11OverlayWindows(std::unique_ptr<X11Connection> connection)
     : connection_(std::move(connection)), heldKeys_(*connection_),
-      events_(*connection_, [this](const xcb_generic_event_t& event) {
-          heldKeys_.handle(event);
-          if (keeper_)
-              keeper_->handle(event);
-      }) {}
+      events_(*connection_, [this](const xcb_generic_event_t& event) { handle(event); }) {
+    selectDisplayChanges(*connection_);
+}
+
+void X11OverlayWindows::handle(const xcb_generic_event_t& event) {
+    heldKeys_.handle(event);
+    if (!keeper_)
+        return;
+    keeper_->handle(event);
+    if (isDisplayChange(*connection_, event))
+        followDisplay();
+}
 
 void X11OverlayWindows::prepare(QWidget& window, const Screen& screen, Rect frame) {
     area_ = overlayArea(screen, frame.height);
+    displayName_ = screen.name;
+    rowsAboveDisplay_ = screen.nativeFrame.y - area_.y;
     window.setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
     QScreen* target = qtScreen(screen);
     window.setScreen(target);
@@ -77,6 +87,18 @@ void X11OverlayWindows::place(xcb_window_t window, PixelRect area, PixelSize siz
     xcb_change_property(x, XCB_PROP_MODE_REPLACE, window, connection_->atom("_NET_WM_BYPASS_COMPOSITOR"),
                         XCB_ATOM_CARDINAL, 32, 1, &keepCompositing);
     xcb_flush(x);
+}
+
+/// What has been drawn must stay within reach whatever is plugged in or out meanwhile.
+void X11OverlayWindows::followDisplay() {
+    const auto displays = x11Displays(*connection_);
+    if (displays.empty())
+        return;
+    const auto own = std::ranges::find(displays, displayName_, &X11Display::name);
+    const PixelRect display = (own == displays.end() ? displays.front() : *own).area;
+    area_.x = display.x;
+    area_.y = display.y - rowsAboveDisplay_;
+    keeper_->moveTo(area_);
 }
 
 void X11OverlayWindows::makeKeyAndOrderFront(QWidget& window) {

@@ -47,6 +47,21 @@ TEST_P(OnTwoDisplays, TheOtherIsLeftAlone) {
     EXPECT_TRUE(samePixels(session.desktop.client().pixels(clear), screen.view(clear)));
 }
 
+TEST_P(OnTwoDisplays, WhatWasSelectedIsStillThereWhenTheDisplayGoes) {
+    const auto mine = GetParam().monitors[1];
+    session.display = mine;
+    session.robot.moveTo({mine.x + 5, mine.y + 5});
+    ASSERT_TRUE(session.openOverlay());
+    session.robot.drag({mine.x + 40, mine.y + 30}, {mine.x + 301, mine.y + 207});
+    session.display = {0, 0, 900, 700};
+    session.desktop.arrange({session.display});
+    EXPECT_TRUE(session.waitForOverlay());
+    session.robot.moveTo({450, 350});
+    session.robot.type({Key::returnKey});
+    EXPECT_TRUE(session.waitForNoOverlay());
+    EXPECT_TRUE(samePixels(session.clipboard.picture(), screen.view({mine.x + 40, mine.y + 30, 261, 177})));
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Arrangements, OnTwoDisplays,
     testing::Values(

@@ -34,6 +34,8 @@ public:
     [[nodiscard]] const Environment& environment() const { return environment_; }
     [[nodiscard]] const std::filesystem::path& home() const { return home_.path(); }
 
+    /// Places the displays anew, on a desktop of several; others go.
+    void arrange(const std::vector<PixelRect>& displays) { xorg_.value().arrange(displays); }
     /// Starts another program here; it ends with the desktop.
     ChildProcess& start(std::vector<std::string> command);
     /// Starts the panel, and waits until it has a tray.

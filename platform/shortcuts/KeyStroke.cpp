@@ -14,7 +14,8 @@ namespace glimmerly {
 namespace {
 
 constexpr std::string_view numberPrefix = "0x";
-constexpr std::uint32_t largestKeycode = 255;
+/// Of the X protocol.
+constexpr std::uint32_t smallestKeycode = 8, largestKeycode = 255;
 constexpr std::size_t longestName = 64;
 /// GNOME's name for the key above Tab, whatever it prints.
 constexpr std::string_view aboveTab = "Above_Tab";
@@ -46,7 +47,7 @@ std::optional<std::uint32_t> keycodeNumbered(std::string_view hexadecimal) {
     const char* const start = std::to_address(hexadecimal.begin());
     const char* const end = std::to_address(hexadecimal.end());
     const auto read = std::from_chars(start, end, number, 16);
-    if (read.ec != std::errc() || read.ptr != end || number > largestKeycode)
+    if (read.ec != std::errc() || read.ptr != end || number < smallestKeycode || number > largestKeycode)
         return {};
     return number;
 }

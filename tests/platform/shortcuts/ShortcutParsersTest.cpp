@@ -49,6 +49,7 @@ TEST(ShortcutParsersTest, Gtk) {
              Case{"<Super>nonsense", {}},
              Case{"<Super>0x1ff", {}},
              Case{"<Super>0x", {}},
+             Case{"<Super>0x0", {}},
              Case{"disabled", {}},
          })
         EXPECT_EQ(parseGtkAccelerator(text), keys) << text;

@@ -15,7 +15,5 @@ struct CurlDeleter {
 using CurlEasy = std::unique_ptr<CURL, CurlDeleter<curl_easy_cleanup>>;
 using CurlMulti = std::unique_ptr<CURLM, CurlDeleter<curl_multi_cleanup>>;
 using CurlList = std::unique_ptr<curl_slist, CurlDeleter<curl_slist_free_all>>;
-using CurlUrl = std::unique_ptr<CURLU, CurlDeleter<curl_url_cleanup>>;
-using CurlText = std::unique_ptr<char, CurlDeleter<curl_free>>;
 
 } // namespace glimmerly

@@ -1,17 +1,23 @@
 #include "platform/http/endpoint/ServiceEndpoint.h"
 
 #include "base/Whitespace.h"
-#include "platform/http/CurlHandles.h"
+
+#include <curl/curl.h>
+
+#include <memory>
 
 namespace glimmerly {
 
 namespace {
 
-std::string partOf(const CurlUrl& url, CURLUPart part) {
+using Url = std::unique_ptr<CURLU, decltype([](CURLU* url) { curl_url_cleanup(url); })>;
+using Text = std::unique_ptr<char, decltype([](char* text) { curl_free(text); })>;
+
+std::string partOf(const Url& url, CURLUPart part) {
     char* text = nullptr;
     if (curl_url_get(url.get(), part, &text, 0) != CURLUE_OK)
         return {};
-    const CurlText owner(text);
+    const Text owner(text);
     return text;
 }
 
@@ -26,7 +32,7 @@ std::expected<std::string, ServiceEndpointError> serviceEndpoint(std::string_vie
     const std::string base(trimmedWhitespace(baseURL));
     if (base.empty())
         return std::unexpected(ServiceEndpointError::notConfigured);
-    const CurlUrl url(curl_url());
+    const Url url(curl_url());
     constexpr unsigned flags = CURLU_DEFAULT_SCHEME | CURLU_NON_SUPPORT_SCHEME;
     if (!url || curl_url_set(url.get(), CURLUPART_URL, base.c_str(), flags) != CURLUE_OK)
         return std::unexpected(ServiceEndpointError::invalid);

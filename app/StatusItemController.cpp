@@ -12,6 +12,7 @@
 #include "settings/SettingsWindowController.h"
 #include "settings/updates/AppUpdater.h"
 #include "telemetry/TelemetrySink.h"
+#include "ui/CommonText.h"
 
 #include <QAction>
 #include <QIcon>
@@ -81,8 +82,8 @@ void StatusItemController::buildMenu() {
     menu_ = std::make_unique<QMenu>();
     menu_->addAction(QString::fromStdString(services_.bundle.versionText()))->setEnabled(false);
     menu_->addSeparator();
-    screenshotMenuItem_ =
-        &addItem("Take screenshot", "viewfinder.rectangular", &StatusItemController::takeScreenshot);
+    screenshotMenuItem_ = &addItem(common_text::takeScreenshot, "viewfinder.rectangular",
+                                   &StatusItemController::takeScreenshot);
     menu_->addSeparator();
     addItem("Settings…", "gearshape", &StatusItemController::openSettings);
     addItem("Check for updates…", "arrow.clockwise.circle", &StatusItemController::checkForUpdates);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/CommonText.h"
+
 /// What the settings window says, UTF-8.
 namespace glimmerly::settings_text {
 
@@ -12,13 +14,13 @@ inline constexpr auto nothingSelectedDescription = "Choose a category in the sid
 inline constexpr auto menu = "Menu";
 
 inline constexpr auto shortcutsSection = "Shortcuts";
-inline constexpr auto takeScreenshot = "Take screenshot";
+inline constexpr auto takeScreenshot = common_text::takeScreenshot;
 inline constexpr auto privacySection = "Privacy";
-inline constexpr auto screenRecording = "Screen Recording";
+inline constexpr auto screenRecording = common_text::screenRecording;
 inline constexpr auto granted = "Granted";
 inline constexpr auto notGranted = "Not granted";
 inline constexpr auto screenRecordingPurpose = "Required to capture the display for the annotation overlay.";
-inline constexpr auto openSystemSettings = "Open System Settings…";
+inline constexpr auto openSystemSettings = common_text::openSystemSettings;
 
 inline constexpr auto applicationSection = "Application";
 inline constexpr auto version = "Version";

@@ -6,6 +6,7 @@
 #include "platform/Alerts.h"
 #include "platform/KeyboardLayout.h"
 #include "platform/OverlayWindows.h"
+#include "ui/CommonText.h"
 
 #include <QAccessible>
 #include <QBoxLayout>
@@ -77,6 +78,7 @@ QAbstractButton& HotkeyRecorder::trailingSegment() {
 void HotkeyRecorder::hideEvent(QHideEvent* event) {
     QWidget::hideEvent(event);
     model_.stopRecording();
+    model_.dismissSystemReservedError(); // its alert may be about to open
     alert_.request_stop();
 }
 
@@ -121,7 +123,7 @@ void HotkeyRecorder::presentReservedError() {
     const QPointer self(this); // may go while the alert is open
     services_.alerts.runModal({.messageText = texts::reservedTitle,
                                .informativeText = "",
-                               .buttons = {texts::ok},
+                               .buttons = {common_text::ok},
                                .stop = alert_.get_token()});
     if (!self)
         return;

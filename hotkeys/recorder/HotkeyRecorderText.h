@@ -9,6 +9,5 @@ inline constexpr auto cancel = "Cancel";
 inline constexpr auto record = "Record";
 inline constexpr auto clear = "Clear";
 inline constexpr auto reservedTitle = "Hotkey is reserved by macOS";
-inline constexpr auto ok = "OK";
 
 } // namespace glimmerly::hotkey_recorder_text

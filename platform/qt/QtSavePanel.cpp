@@ -1,6 +1,7 @@
 #include "platform/qt/QtSavePanel.h"
 
 #include "platform/qt/AlertBox.h"
+#include "ui/CommonText.h"
 #include "ui/QtConversions.h"
 
 #include <QChildEvent>
@@ -36,7 +37,7 @@ std::optional<Alert> objectionTo(const QFileInfo& file) {
     const auto alert = [](const QString& message, const QString& explanation) {
         return Alert{.messageText = message.toStdString(),
                      .informativeText = explanation.toStdString(),
-                     .buttons = {"OK"}};
+                     .buttons = {common_text::ok}};
     };
     const QFileInfo folder(file.absolutePath());
     if (!folder.isDir())

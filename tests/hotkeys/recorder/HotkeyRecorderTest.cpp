@@ -116,6 +116,15 @@ TEST_F(HotkeyRecorderTest, TellsOnceThatAHotkeyIsReservedAndGoesOn) {
     EXPECT_EQ(desktop.alerts.shown.size(), 3U);
 }
 
+TEST_F(HotkeyRecorderTest, DoesNotTellOfAReservedHotkeyOnceItIsHidden) {
+    desktop.symbolicHotKeys.entries = {{true, 0, hotkey_modifier::control}};
+    click(leading());
+    desktop.events.press({0, event_modifier::control});
+    window.hide();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(desktop.alerts.shown.empty());
+}
+
 TEST_F(HotkeyRecorderTest, ARecorderThatIsNotToBeSeenDoesNotRecord) {
     click(leading());
     window.hide();

@@ -34,14 +34,6 @@ constexpr ModifierName gtkModifiers[] = {
     {"mod4", hotkey_modifier::command},
 };
 
-std::string lowerCase(std::string_view ascii) {
-    std::string lower(ascii);
-    std::ranges::transform(lower, lower.begin(), [](char c) {
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
-    return lower;
-}
-
 std::optional<std::uint32_t> keycodeNumbered(std::string_view hexadecimal) {
     std::uint32_t number = 0;
     const char* const start = std::to_address(hexadecimal.begin());
@@ -53,6 +45,14 @@ std::optional<std::uint32_t> keycodeNumbered(std::string_view hexadecimal) {
 }
 
 } // namespace
+
+std::string lowerCase(std::string_view ascii) {
+    std::string lower(ascii);
+    std::ranges::transform(lower, lower.begin(), [](char c) {
+        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    });
+    return lower;
+}
 
 std::optional<KeyStroke> keyStrokeNamed(std::string_view name, std::uint32_t carbonFlags) {
     if (name.size() > longestName)

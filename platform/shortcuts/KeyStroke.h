@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -36,6 +37,9 @@ struct DesktopShortcut {
 
     bool operator==(const DesktopShortcut&) const = default;
 };
+
+/// `ascii` with its letters in lower case.
+[[nodiscard]] std::string lowerCase(std::string_view ascii);
 
 /// The key with the symbol's name `name` ("Print", "l"), or its number ("0x43"), with these modifiers; none
 /// for a name that is not known.

@@ -10,22 +10,26 @@ namespace glimmerly {
 
 namespace {
 
-struct ModifierLetter {
-    std::string_view name;
+struct ModifierName {
+    std::string_view name; ///< in lower case
     std::uint32_t carbonFlag;
 };
-constexpr ModifierLetter modifierLetters[] = {
-    {"C", hotkey_modifier::control},    {"A", hotkey_modifier::option}, {"Mod1", hotkey_modifier::option},
-    {"M", hotkey_modifier::option},     {"S", hotkey_modifier::shift},  {"W", hotkey_modifier::command},
-    {"Mod4", hotkey_modifier::command},
+constexpr ModifierName modifierNames[] = {
+    {"c", hotkey_modifier::control},     {"control", hotkey_modifier::control},
+    {"a", hotkey_modifier::option},      {"alt", hotkey_modifier::option},
+    {"mod1", hotkey_modifier::option},   {"m", hotkey_modifier::option},
+    {"meta", hotkey_modifier::option},   {"s", hotkey_modifier::shift},
+    {"shift", hotkey_modifier::shift},   {"w", hotkey_modifier::command},
+    {"super", hotkey_modifier::command}, {"mod4", hotkey_modifier::command},
 };
 
 /// "W-A-Tab"; none for what is no key with modifiers that a hotkey can have.
 std::optional<KeyStroke> parseKey(std::string_view text) {
     std::uint32_t carbonFlags = 0;
     for (std::size_t dash = text.find('-'); dash != std::string_view::npos; dash = text.find('-')) {
-        const auto* found = std::ranges::find(modifierLetters, text.substr(0, dash), &ModifierLetter::name);
-        if (found == std::end(modifierLetters))
+        const auto* found =
+            std::ranges::find(modifierNames, lowerCase(text.substr(0, dash)), &ModifierName::name);
+        if (found == std::end(modifierNames))
             return {};
         carbonFlags |= found->carbonFlag;
         text.remove_prefix(dash + 1);

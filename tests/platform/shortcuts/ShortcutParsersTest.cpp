@@ -56,18 +56,20 @@ TEST(ShortcutParsersTest, Gtk) {
 }
 
 TEST(ShortcutParsersTest, Openbox) {
-    EXPECT_THAT(openboxShortcuts(R"(<?xml version="1.0"?>
+    EXPECT_THAT(
+        openboxShortcuts(R"(<?xml version="1.0"?>
         <openbox_config xmlns="http://openbox.org/3.4/rc"><keyboard>
           <chainQuitKey>C-g</chainQuitKey>
           <keybind key="W-A-Tab"><action name="Execute"><command>&lt;true&gt;</command></action></keybind>
           <!-- <keybind key="W-x"/> -->
           <keybind key="C-x  C-c"><keybind key="W-a"/></keybind>
           <keybind key="Mod4-minus"/><keybind key="S-0x30"/>
+          <keybind key="Control-alt-t"/><keybind key="w-SUPER-l"/>
           <keybind key="H-a"/><keybind key="W-"/><keybind key=""/><keybind/>
           <keybind key="A-F4"/></keyboard></openbox_config>)"),
-                ElementsAre(key(XKB_KEY_Tab, command | option), key(XKB_KEY_x, control),
-                            key(XKB_KEY_minus, command),
-                            DesktopShortcut{{.keycode = 48, .carbonFlags = shift}}, key(XKB_KEY_F4, option)));
+        ElementsAre(key(XKB_KEY_Tab, command | option), key(XKB_KEY_x, control), key(XKB_KEY_minus, command),
+                    DesktopShortcut{{.keycode = 48, .carbonFlags = shift}}, key(XKB_KEY_t, control | option),
+                    key(XKB_KEY_l, command), key(XKB_KEY_F4, option)));
     EXPECT_THAT(openboxShortcuts("<a><keybind key='W-a'/><broken"), ElementsAre(key(XKB_KEY_a, command)));
     EXPECT_THAT(openboxShortcuts("<!DOCTYPE a [<!ENTITY k 'W-a'>]><a><keybind key='&k;'/></a>"), IsEmpty());
     EXPECT_THAT(openboxShortcuts(""), IsEmpty());

@@ -8,6 +8,7 @@
 #include <QIcon>
 #include <QWindow>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <thread>
@@ -88,14 +89,21 @@ void QtApplication::setActivationPolicy(ActivationPolicy policy) {
 }
 
 void QtApplication::activateIgnoringOtherApps() {
-    for (QWindow* window : QGuiApplication::topLevelWindows()) {
-        // The icon in the X server's tray and overlays are no windows to be brought forward.
-        const bool managed = !window->flags().testFlag(Qt::BypassWindowManagerHint);
-        if (window->isVisible() && managed) {
-            window->raise();
-            window->requestActivate();
-        }
+    // The one that the user is in, or else the newest, and no other: it must not end up below one of these.
+    // The icon in the X server's tray and overlays are no windows to be brought forward.
+    const auto canComeForward = [](const QWindow* window) {
+        return window->isVisible() && !window->flags().testFlag(Qt::BypassWindowManagerHint);
+    };
+    QWindow* wanted = QGuiApplication::focusWindow();
+    if (wanted == nullptr || !canComeForward(wanted)) {
+        const auto windows = QGuiApplication::topLevelWindows();
+        const auto newest = std::find_if(windows.rbegin(), windows.rend(), canComeForward);
+        wanted = newest == windows.rend() ? nullptr : *newest;
     }
+    if (wanted == nullptr)
+        return;
+    wanted->raise();
+    wanted->requestActivate();
 }
 
 void QtApplication::terminate() {

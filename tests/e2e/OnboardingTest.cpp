@@ -79,6 +79,27 @@ TEST_F(Onboarding, StaysUntilThePermissionIsGrantedAndContinueChosen) {
     EXPECT_TRUE(waitUntil([&] { return program.overlays().size() == 1; }));
 }
 
+TEST_F(Onboarding, ContinueKeepsItsWindowInFrontOfTheSettings) {
+    Glimmerly program(desktop, inWaylandSession);
+    ASSERT_TRUE(waitForWindow());
+    const xcb_window_t onboarding = *window();
+    ChildProcess again({.command = {Glimmerly::executable()}, .environment = desktop.environment()});
+    ASSERT_EQ(again.waitForExit(patience), 0);
+    const auto stacking = [this] { return desktop.client().managedWindows("_NET_CLIENT_LIST_STACKING"); };
+    ASSERT_TRUE(waitUntil([&] { return stacking().size() == 2 && stacking().back() != onboarding; }));
+    const auto area = desktop.client().areaOf(onboarding);
+    const auto isInFront = [&] {
+        return stacking().back() == onboarding && desktop.client().focusedWindow() == onboarding;
+    };
+    robot.click({area.x + area.width / 2, area.maxY() - 3}); // below the settings
+    ASSERT_TRUE(waitUntil(isInFront));
+    const Bitmap before = desktop.client().pixels(area);
+    robot.type({Key::returnKey});
+    ASSERT_TRUE(waitUntil([&] { return desktop.client().pixels(area) != before; })) << "no explanation";
+    robot.type({Key::escape}); // which reaches the one in front
+    EXPECT_TRUE(program.waitForLog("applicationDidFinishLaunching", 2));
+}
+
 TEST_F(Onboarding, EscapeReopensTheProgramAndNoOtherStartComesBetween) {
     Glimmerly program(desktop, inWaylandSession);
     ASSERT_TRUE(waitForWindow());

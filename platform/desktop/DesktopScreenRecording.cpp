@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 #include <string_view>
+#include <utility>
 
 namespace glimmerly {
 
@@ -41,7 +42,7 @@ bool DesktopScreenRecording::preflight() const {
     if (!store_)
         return true;
     // A store that has answered once and is too busy now has not changed its mind.
-    const bool isFirst = lastWord_ == StoredPermission::unknown;
+    const bool isFirst = !std::exchange(hasAsked_, true);
     if (const auto word = store_->screenshot(isFirst ? firstAnswer : laterAnswers);
         word != StoredPermission::unknown)
         lastWord_ = word;

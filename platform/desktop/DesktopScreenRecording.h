@@ -21,6 +21,7 @@ public:
 
 private:
     std::optional<PermissionStore> store_; ///< none where nothing is withheld
+    mutable bool hasAsked_ = false;
     mutable StoredPermission lastWord_ = StoredPermission::unknown;
     std::string bundleIdentifier_;
 };

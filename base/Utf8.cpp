@@ -61,4 +61,21 @@ bool isUtf8(std::string_view text) {
     return text.empty();
 }
 
+std::string wellFormedUtf8(std::string_view text) {
+    std::string whole;
+    whole.reserve(text.size());
+    while (!text.empty()) {
+        std::string_view rest = text;
+        while (takeUtf8(rest)) {
+        }
+        whole += text.substr(0, text.size() - rest.size());
+        if (!rest.empty()) {
+            whole += "\uFFFD";
+            rest.remove_prefix(1);
+        }
+        text = rest;
+    }
+    return whole;
+}
+
 } // namespace glimmerly

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace glimmerly {
@@ -11,5 +12,8 @@ namespace glimmerly {
 
 /// True when all of `text` is well-formed UTF-8.
 [[nodiscard]] bool isUtf8(std::string_view text);
+
+/// `text` with U+FFFD for each byte that is no part of a well-formed character.
+[[nodiscard]] std::string wellFormedUtf8(std::string_view text);
 
 } // namespace glimmerly

@@ -1,6 +1,7 @@
 #include "bugreports/BugReportMessages.h"
 
 #include "base/JsonText.h"
+#include "base/Utf8.h"
 
 #include <nlohmann/json.hpp>
 
@@ -11,7 +12,9 @@ namespace {
 using Json = nlohmann::json;
 
 Error jsonError(const Json::exception& exception) {
-    return {"JSON", exception.id, exception.what()};
+    // It quotes the answer's last word, which is as long as the answer likes.
+    constexpr std::size_t longest = 200;
+    return {"JSON", exception.id, wellFormedUtf8(std::string_view(exception.what()).substr(0, longest))};
 }
 
 } // namespace

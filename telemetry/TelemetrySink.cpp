@@ -26,6 +26,7 @@ constexpr std::size_t maxBatchSize = 50;
 constexpr std::size_t maxRequestSize = 500;
 constexpr auto terminationLimit = 1500ms;
 constexpr int loggedCharacters = 500;
+constexpr std::size_t loggedBytes = 64u << 10; // a character may be as long as the answer likes
 
 double secondsSince1970(WallTime time) {
     // In two steps: a double does not hold so many nanoseconds.
@@ -49,7 +50,8 @@ void logUnlessAccepted(const Result<HttpResponse>& outcome) {
         return;
     GlimmerlyLog::Metadata metadata{{"status", std::to_string(*outcome->status)}};
     if (!outcome->body.empty() && isUtf8(outcome->body))
-        metadata["body"] = firstCharacters(outcome->body, loggedCharacters);
+        metadata["body"] = firstCharacters(
+            wellFormedUtf8(std::string_view(outcome->body).substr(0, loggedBytes)), loggedCharacters);
     warn("Telemetry upload rejected", std::move(metadata));
 }
 

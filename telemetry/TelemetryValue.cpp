@@ -20,21 +20,4 @@ TelemetryValue::TelemetryValue(double value) {
 TelemetryValue::TelemetryValue(WallTime time)
     : json_(formatIso8601(std::chrono::floor<std::chrono::milliseconds>(time), Iso8601Form::milliseconds)) {}
 
-std::string TelemetryValue::wellFormed(std::string_view text) {
-    std::string whole;
-    whole.reserve(text.size());
-    while (!text.empty()) {
-        std::string_view rest = text;
-        while (takeUtf8(rest)) {
-        }
-        whole += text.substr(0, text.size() - rest.size());
-        if (!rest.empty()) {
-            whole += "\uFFFD";
-            rest.remove_prefix(1);
-        }
-        text = rest;
-    }
-    return whole;
-}
-
 } // namespace glimmerly

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Clock.h"
+#include "base/Utf8.h"
 
 #include <concepts>
 #include <cstdint>
@@ -33,7 +34,7 @@ public:
     TelemetryValue(float value) : TelemetryValue(double{value}) {}
     /// Bytes that are not UTF-8 become U+FFFD.
     template <std::convertible_to<std::string_view> T>
-    TelemetryValue(const T& text) : json_(wellFormed(text)) {}
+    TelemetryValue(const T& text) : json_(wellFormedUtf8(text)) {}
     /// A date: ISO 8601, UTC, with milliseconds.
     TelemetryValue(WallTime time);
     template <typename T>
@@ -47,8 +48,6 @@ public:
     bool operator==(const TelemetryValue&) const = default;
 
 private:
-    static std::string wellFormed(std::string_view text);
-
     Json json_;
 };
 

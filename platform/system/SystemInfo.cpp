@@ -1,6 +1,7 @@
 #include "platform/system/SystemInfo.h"
 
 #include "base/BundleIdentifier.h"
+#include "base/Utf8.h"
 #include "base/Uuid.h"
 #include "base/Whitespace.h"
 
@@ -53,7 +54,7 @@ std::string unquoted(std::string_view value) {
 std::string osVersion(const std::filesystem::path& root) {
     for (const auto* file : {"etc/os-release", "usr/lib/os-release"}) {
         if (const auto name = lineOf(root / file, "PRETTY_NAME="))
-            return unquoted(*name);
+            return wellFormedUtf8(unquoted(*name));
     }
     utsname names{};
     ::uname(&names);

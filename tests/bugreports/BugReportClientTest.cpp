@@ -96,11 +96,14 @@ TEST_F(BugReportClientTest, AnAcceptedReportWithoutItsFieldsIsAnError) {
     EXPECT_EQ(apiError(submitAnswered(HttpResponse{200, R"({"ok":false,"bug_report_id":"x"})"})).message(),
               unexpected);
     EXPECT_TRUE(log.records().empty());
-    for (const char* body :
-         {"", "null", "[]", "\xff", R"({"ok":true})", R"({"ok":1,"bug_report_id":"x"})", R"({"ok":true,)"})
+    for (const std::string& body :
+         {std::string(), std::string("null"), std::string("[]"), std::string("\xff"),
+          std::string(R"({"ok":true})"), std::string(R"({"ok":1,"bug_report_id":"x"})"),
+          std::string(R"({"ok":true,)"), '"' + std::string(100'000, 'x')})
         EXPECT_EQ(apiError(submitAnswered(HttpResponse{200, body})).message(), unexpected) << body;
     const auto lines = log.withMessage(undecodable);
-    ASSERT_EQ(lines.size(), 7u);
+    ASSERT_EQ(lines.size(), 8u);
+    EXPECT_LT(lines[7].errorSummary.value().size(), 1000u) << "the log is not what the answer makes of it";
     EXPECT_EQ(lines[0].level, GlimmerlyLog::Level::error);
     EXPECT_EQ(lines[0].category, "BugReport");
     EXPECT_TRUE(lines[0].errorSummary);

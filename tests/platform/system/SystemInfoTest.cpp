@@ -11,10 +11,10 @@ TEST(SystemInfo, NamesTheSystemAndHidesItsIdentifier) {
     const ScratchDirectory root;
     std::filesystem::create_directories(root.path() / "etc");
     const std::string raw = "0123456789abcdef0123456789abcdef";
-    writeContent(root.path() / "etc/os-release", "ID=x\nPRETTY_NAME=\"A \\\"system\\\" 12\"\n");
+    writeContent(root.path() / "etc/os-release", "ID=x\nPRETTY_NAME=\"A \\\"system\\\" 12 \xe9\"\n");
     writeContent(root.path() / "etc/machine-id", raw + "\n");
     const SystemInfo info = systemInfo(root.path());
-    EXPECT_EQ(info.osVersion, "A \"system\" 12");
+    EXPECT_EQ(info.osVersion, "A \"system\" 12 \uFFFD");
     EXPECT_FALSE(info.architecture.empty());
     EXPECT_EQ(info.machineID.size(), 36u);
     EXPECT_EQ(systemInfo(root.path()).machineID, info.machineID) << "the same on every start";

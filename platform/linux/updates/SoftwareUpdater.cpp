@@ -63,6 +63,10 @@ void SoftwareUpdater::scheduleNextCheck() {
     timer_.start(std::min<std::chrono::milliseconds>(services_.schedule.untilNextCheck(), longestWait));
 }
 
+std::optional<std::chrono::milliseconds> SoftwareUpdater::scheduledWait() const {
+    return timer_.isActive() ? std::optional(timer_.intervalAsDuration()) : std::nullopt;
+}
+
 void SoftwareUpdater::scheduledTimeHasCome() {
     if (services_.schedule.untilNextCheck().count() > 0)
         return scheduleNextCheck();

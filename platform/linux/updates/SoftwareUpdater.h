@@ -40,6 +40,9 @@ public:
     void start();
     /// The version that was installed in this one's place ended before it had started, and this one is back.
     void newerVersionDidNotStart(const std::string& version);
+    /// How long is waited, from when that was last decided, before a check by itself is considered; none
+    /// while no such check will come.
+    [[nodiscard]] std::optional<std::chrono::milliseconds> scheduledWait() const;
     /// A check that the user asked for.
     void checkForUpdates();
     /// Starts the program anew, as `Application::openNewInstance`: the version that is ready, if there is

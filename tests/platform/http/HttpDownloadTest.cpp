@@ -21,7 +21,7 @@ protected:
         return fetch(
             {.url = service.url(behaviour + "/a", host),
              .largest = largest,
-             .patience = 2,
+             .patience = patience,
              .certificateAuthorities = certificate.certificate.string()},
             [this](std::span<const std::byte> bytes) -> Result<void> {
                 received.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
@@ -37,6 +37,7 @@ protected:
     LoopbackService service{&certificate};
     std::string content = std::string(3'000'000, 'c');
     std::string received;
+    int patience = 2; ///< seconds without a byte
     std::function<Result<void>()> onReceive;
 };
 
@@ -67,6 +68,7 @@ TEST_F(HttpDownloadTest, FetchesAllOfItOrFails) {
 }
 
 TEST_F(HttpDownloadTest, StopsAtOnce) {
+    patience = 60;
     std::stop_source stop;
     std::jthread stopper;
     onReceive = [&]() -> Result<void> {
@@ -76,7 +78,7 @@ TEST_F(HttpDownloadTest, StopsAtOnce) {
     };
     const auto start = std::chrono::steady_clock::now();
     EXPECT_FALSE(fetchFrom("hang", stop.get_token()));
-    EXPECT_LT(std::chrono::steady_clock::now() - start, 1500ms) << "earlier than its patience";
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 30s) << "earlier than its patience";
     EXPECT_FALSE(fetchFrom("file", stop.get_token())) << "before it began";
 }
 

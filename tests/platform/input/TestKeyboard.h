@@ -2,6 +2,7 @@
 
 #include "platform/VirtualKeyCodes.h"
 #include "platform/x11/X11KeyboardExtension.h"
+#include "platform/x11/X11ServerTime.h"
 
 #include <xcb/xtest.h>
 
@@ -47,6 +48,8 @@ public:
         xcb_xkb_latch_lock_state(get(), XCB_XKB_ID_USE_CORE_KBD, 0xFF, modifiers, 1, group, 0, 0, 0);
         connection_->sync();
     }
+    /// The server's clock, in milliseconds.
+    [[nodiscard]] xcb_timestamp_t time() const { return serverTime(*connection_); }
     [[nodiscard]] bool isDown(std::int64_t key) const {
         const XcbOwned<xcb_query_keymap_reply_t> keymap(
             xcb_query_keymap_reply(get(), xcb_query_keymap(get()), nullptr));

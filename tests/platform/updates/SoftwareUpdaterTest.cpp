@@ -80,14 +80,12 @@ protected:
         preferences.setBool(UpdateSchedule::launchedKey, true);
     }
     /// Waits until a check has begun by itself.
-    [[nodiscard]] bool checksByItself(std::chrono::milliseconds limit = patience) {
+    [[nodiscard]] bool checksByItself() {
         work.fed = {};
-        return waitUntil(
-            [this] {
-                QCoreApplication::processEvents();
-                return static_cast<bool>(work.fed);
-            },
-            limit);
+        return waitUntil([this] {
+            QCoreApplication::processEvents();
+            return static_cast<bool>(work.fed);
+        });
     }
     [[nodiscard]] bool canCheck() const { return updater->value(UpdaterFlag::canCheckForUpdates); }
     void userAccepts(const std::string& version) {
@@ -288,10 +286,10 @@ TEST_F(SoftwareUpdaterTest, LaterSkippingAndTheDownloadPageInstallNothing) {
 TEST_F(SoftwareUpdaterTest, ChecksByItselfOnceAllowedAndNeverAtTheFirstLaunch) {
     launch();
     EXPECT_EQ(dialogs.shown, "nothing");
-    EXPECT_FALSE(checksByItself(100ms)) << "the first launch";
+    EXPECT_FALSE(updater->scheduledWait()) << "the first launch";
     launch();
     EXPECT_EQ(dialogs.shown, "permission");
-    EXPECT_FALSE(checksByItself(100ms));
+    EXPECT_FALSE(updater->scheduledWait());
     updater->checkForUpdates();
     EXPECT_EQ(dialogs.shown, "checking") << "in place of the question";
     dialogs.acknowledge();
@@ -306,7 +304,7 @@ TEST_F(SoftwareUpdaterTest, ChecksByItselfOnceAllowedAndNeverAtTheFirstLaunch) {
     dialogs.permission(PermissionAnswer::doNotCheck);
     launch();
     EXPECT_EQ(dialogs.shown, "nothing") << "asked once";
-    EXPECT_FALSE(checksByItself(100ms));
+    EXPECT_FALSE(updater->scheduledWait());
 
     updater->setAutomaticallyChecksForUpdates(true);
     ASSERT_TRUE(checksByItself());
@@ -315,7 +313,7 @@ TEST_F(SoftwareUpdaterTest, ChecksByItselfOnceAllowedAndNeverAtTheFirstLaunch) {
     EXPECT_EQ(dialogs.shown, "nothing");
     EXPECT_EQ(delegate.aborted, std::vector<int>{1002});
     launch();
-    EXPECT_FALSE(checksByItself(100ms)) << "not at once";
+    EXPECT_EQ(updater->scheduledWait(), 1h) << "not at once";
     now += 1h;
     launch();
     ASSERT_TRUE(checksByItself());

@@ -3,6 +3,7 @@
 #include "overlay/toolbar/OverlayToolbarView.h"
 #include "overlay/toolbar/ToolbarIconButton.h"
 #include "tests/overlay/CanvasOnDisplay.h"
+#include "tests/support/Widgets.h"
 
 #include <QKeyEvent>
 #include <QTest>
@@ -20,11 +21,7 @@ protected:
     CanvasAnnotations() { canvas.select({100, 100}, {700, 400}); }
 
     ToolbarIconButton& button(const QString& name) {
-        for (auto* each : canvas.view->toolbar().findChildren<ToolbarIconButton*>()) {
-            if (each->accessibleName() == name)
-                return *each;
-        }
-        throw std::runtime_error("no such button: " + name.toStdString());
+        return widgetNamed<ToolbarIconButton>(name, canvas.view->toolbar());
     }
     void tap(const QString& name) { button(name).click(); }
     void draw(const QString& tool, PixelPoint from, PixelPoint to) {

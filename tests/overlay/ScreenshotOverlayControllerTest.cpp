@@ -1,6 +1,7 @@
 #include "overlay/toolbar/OverlayToolbarView.h"
 #include "overlay/toolbar/ToolbarIconButton.h"
 #include "tests/overlay/ControllerFixture.h"
+#include "tests/support/Widgets.h"
 
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -229,10 +230,7 @@ TEST_F(ScreenshotOverlayControllerTest, AHeldKeyIsPressedOnce) {
 TEST_F(ScreenshotOverlayControllerTest, UndoIsForTheWindowThatItIsTypedIn) {
     controller->presentOverlay(newCapture());
     select();
-    for (auto* button : controller->window()->contentView()->toolbar().findChildren<ToolbarIconButton*>()) {
-        if (button->accessibleName() == "Rectangle tool")
-            button->click();
-    }
+    widgetNamed<ToolbarIconButton>("Rectangle tool", controller->window()->contentView()->toolbar()).click();
     mouse(QEvent::MouseButtonPress, {30, 25}, Qt::LeftButton);
     mouse(QEvent::MouseMove, {80, 50}, Qt::LeftButton);
     mouse(QEvent::MouseButtonRelease, {80, 50}, Qt::NoButton);

@@ -14,7 +14,7 @@
 #include "tests/support/FakeUpdates.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/RecorderServices.h"
-#include "tests/support/ShownTexts.h"
+#include "tests/support/Widgets.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -33,14 +33,9 @@ struct SettingsFixture : testing::Test {
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
         QApplication::setActiveWindow(&window);
     }
-    /// The widget of that type with that accessible name; throws when there is none to be seen.
     template <typename T>
     T& find(const QString& name) {
-        for (auto* candidate : window.findChildren<T*>()) {
-            if (candidate->accessibleName() == name && candidate->isVisible())
-                return *candidate;
-        }
-        throw std::runtime_error("no " + name.toStdString());
+        return widgetNamed<T>(name, window);
     }
     QPushButton& button(const QString& name) { return find<QPushButton>(name); }
     [[nodiscard]] std::vector<std::string> texts() const { return shownTexts(window); }

@@ -207,28 +207,10 @@ TEST_F(SettingsWindowTest, TheMenuIsOfferedWhereNoStatusAreaShowsIt) {
 }
 
 TEST_F(SettingsWindowTest, TextsAThirdLongerStillFit) {
-    const auto longer = [](const QString& text) { return text + text.left(text.size() / 3); };
     show();
     for (const auto pane : {SettingsPane::general, SettingsPane::about}) {
         root.setSelectedPane(pane);
-        for (auto* label : window.findChildren<QLabel*>())
-            label->setText(longer(label->text()));
-        for (auto* each : window.findChildren<QAbstractButton*>())
-            each->setText(longer(each->text()));
-        window.setFixedSize(root.minimumSize());
-        QCoreApplication::processEvents();
-        for (const auto* area : window.findChildren<QScrollArea*>()) {
-            if (!area->isVisible())
-                continue;
-            EXPECT_EQ(area->widget()->width(), area->viewport()->width()) << "nothing to scroll sideways";
-            for (const auto* child : area->widget()->findChildren<QWidget*>()) {
-                const auto inPage = QRect(child->mapTo(area->widget(), QPoint()), child->size());
-                EXPECT_TRUE(area->widget()->rect().contains(inPage)) << child->accessibleName().toStdString();
-                EXPECT_GE(child->height(), child->hasHeightForWidth() ? child->heightForWidth(child->width())
-                                                                      : child->minimumSizeHint().height())
-                    << child->accessibleName().toStdString();
-            }
-        }
+        expectThatLongerTextsFit(window, root.minimumSize());
     }
 }
 

@@ -4,7 +4,7 @@
 #include "bugreports/form/PlaceholderTextView.h"
 #include "tests/support/FakeBugReports.h"
 #include "tests/support/LogCapture.h"
-#include "tests/support/ShownTexts.h"
+#include "tests/support/Widgets.h"
 #include "ui/UiSheet.h"
 
 #include <QApplication>
@@ -33,11 +33,7 @@ struct BugReportSheetTest : testing::Test {
     }
     template <typename T>
     T& find(const QString& name) {
-        for (auto* candidate : window.findChildren<T*>()) {
-            if (candidate->accessibleName() == name)
-                return *candidate;
-        }
-        throw std::runtime_error("no " + name.toStdString());
+        return widgetNamed<T>(name, window);
     }
     /// Types into a field as a person would.
     void fill(const QString& field, const QString& text) {
@@ -144,12 +140,7 @@ TEST_F(BugReportSheetTest, ThePlaceholderStandsWhereTheTextWill) {
     auto& editor = static_cast<PlaceholderTextView&>(find<QWidget>("Description"));
     const auto inked = [&] {
         const QImage picture = editor.grab().toImage();
-        QRect ink;
-        for (int y = 0; y < picture.height(); ++y)
-            for (int x = 0; x < picture.width(); ++x)
-                if (picture.pixelColor(x, y) != picture.pixelColor(picture.width() / 2, picture.height() - 2))
-                    ink |= QRect(x, y, 1, 1);
-        return ink;
+        return inkOf(picture, picture.pixelColor(picture.width() / 2, picture.height() - 2));
     };
     const QRect placeholder = inked();
     EXPECT_FALSE(placeholder.isNull());

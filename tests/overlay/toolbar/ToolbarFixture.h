@@ -1,6 +1,7 @@
 #pragma once
 
 #include "overlay/toolbar/OverlayToolbarView.h"
+#include "tests/support/Widgets.h"
 #include "ui/QtConversions.h"
 
 #include <QMouseEvent>
@@ -55,10 +56,7 @@ protected:
     }
 
     ToolbarIconButton& button(std::string_view name) {
-        for (auto* candidate : toolbar.findChildren<QAbstractButton*>())
-            if (candidate->accessibleName() == toQString(name))
-                return dynamic_cast<ToolbarIconButton&>(*candidate);
-        throw std::invalid_argument("no such button");
+        return widgetNamed<ToolbarIconButton>(toQString(name), toolbar);
     }
     [[nodiscard]] QPoint centerOf(const QWidget& part) const {
         return part.mapTo(&canvas, QPoint(part.width() / 2, part.height() / 2));

@@ -76,11 +76,7 @@ TEST_F(ToolbarIconButtonTest, OtherMouseButtonsDoNothing) {
 TEST_F(ToolbarIconButtonTest, EverySymbolExistsAndIsCentred) {
     for (const auto* candidate : toolbar.findChildren<QAbstractButton*>()) {
         const QImage picture = const_cast<QAbstractButton*>(candidate)->grab().toImage();
-        QRect ink;
-        for (int y = 0; y < picture.height(); ++y)
-            for (int x = 0; x < picture.width(); ++x)
-                if (picture.pixelColor(x, y) != QColor(Qt::white))
-                    ink |= QRect(x, y, 1, 1);
+        const QRect ink = inkOf(picture, Qt::white);
         SCOPED_TRACE(candidate->accessibleName().toStdString());
         EXPECT_GE(ink.width(), 10);
         EXPECT_LE(std::abs(ink.left() + ink.right() - 27), 1);

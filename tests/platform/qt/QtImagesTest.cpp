@@ -1,6 +1,7 @@
 #include "platform/qt/QtImages.h"
 
 #include "platform/qt/PictureIconEngine.h"
+#include "tests/support/Widgets.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -24,18 +25,6 @@ double coverage(const QImage& picture) {
     return sum / 255 / picture.width() / picture.height();
 }
 
-/// The smallest rectangle with everything that is painted.
-QRect extent(const QImage& picture) {
-    QRect found;
-    for (int y = 0; y < picture.height(); ++y) {
-        for (int x = 0; x < picture.width(); ++x) {
-            if (qAlpha(picture.pixel(x, y)) > 0)
-                found |= QRect(x, y, 1, 1);
-        }
-    }
-    return found;
-}
-
 TEST(QtImagesTest, SymbolsKeepTheirSizeInPointsAtEveryScale) {
     for (const char* name : symbols) {
         const auto icon = QtImages().templateSymbol(name, {13, SymbolWeight::regular});
@@ -44,13 +33,13 @@ TEST(QtImagesTest, SymbolsKeepTheirSizeInPointsAtEveryScale) {
             const QImage picture = icon->pixmap(QSize(16, 16), scale).toImage();
             const int side = static_cast<int>(16 * scale);
             EXPECT_EQ(picture.size(), QSize(side, side)) << name;
-            const QRect painted = extent(picture);
+            const QRect painted = inkOf(picture, Qt::transparent);
             EXPECT_GE(painted.width(), side * 3 / 4) << name << " at " << scale;
             EXPECT_GT(coverage(picture), 0.1) << name;
             EXPECT_LT(coverage(picture), 0.6) << name;
         }
         // In a larger place it stays as large as text of that size.
-        EXPECT_LE(extent(icon->pixmap(QSize(64, 64), 1.0).toImage()).width(), 16) << name;
+        EXPECT_LE(inkOf(icon->pixmap(QSize(64, 64), 1.0).toImage(), Qt::transparent).width(), 16) << name;
     }
     EXPECT_FALSE(QtImages().templateSymbol("no.such.symbol", {}));
     EXPECT_FALSE(QtImages().templateImage("NoSuchImage"));

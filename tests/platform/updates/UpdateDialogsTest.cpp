@@ -2,6 +2,7 @@
 #include "platform/linux/updates/dialogs/ReleaseNotes.h"
 #include "platform/linux/updates/dialogs/StandardUpdateDialogs.h"
 #include "platform/linux/updates/dialogs/UpdateWindow.h"
+#include "tests/support/Widgets.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -27,10 +28,7 @@ protected:
         return *dialogs.window();
     }
     void press(const QString& label) {
-        for (auto* button : window().findChildren<QPushButton*>()) {
-            if (button->accessibleName() == label)
-                button->click();
-        }
+        widgetNamed<QPushButton>(label, window()).click();
         QCoreApplication::processEvents();
     }
     void type(Qt::Key key, bool isRepeated = false) {

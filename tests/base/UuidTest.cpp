@@ -18,12 +18,5 @@ TEST(Uuid, IsCanonicalUpperCaseVersionFourAndNew) {
     }
 }
 
-TEST(Uuid, WritesItsBytesInOrder) {
-    Uuid::Bytes bytes{};
-    for (std::size_t i = 0; i < bytes.size(); ++i)
-        bytes[i] = static_cast<std::uint8_t>(i * 17);
-    EXPECT_EQ(Uuid(bytes).toString(), "00112233-4455-6677-8899-AABBCCDDEEFF");
-}
-
 } // namespace
 } // namespace glimmerly

@@ -19,20 +19,6 @@ Error makeError(Trouble trouble) {
     return enumError("Glimmerly.Trouble", trouble);
 }
 
-TEST(GlimmerlyLog, PassesLevelCategoryAndMessageOn) {
-    LogCapture log;
-    GlimmerlyLog::debug("A", "1");
-    GlimmerlyLog::info("B", "2");
-    GlimmerlyLog::notice("C", "3");
-    GlimmerlyLog::warning("D", "4");
-    GlimmerlyLog::error("E", "5");
-    GlimmerlyLog::fault("F", "6");
-    std::string seen;
-    for (const LogRecord& record : log.records())
-        seen += std::to_string(static_cast<int>(record.level)) + record.category + record.message;
-    EXPECT_EQ(seen, "0A11B22C33D44E55F6");
-}
-
 TEST(GlimmerlyLog, AddsItsCallerAndDescribesErrorsButKeepsTheKeysItIsGiven) {
     LogCapture log;
     const Error error = Trouble::some;

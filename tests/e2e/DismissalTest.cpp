@@ -29,42 +29,6 @@ TEST(Dismissal, EscapeLeavesNoTrace) {
     EXPECT_EQ(session.clipboard.text(), "kept");
 }
 
-TEST(Dismissal, AfterACopyThePreviousWindowIsActiveAgain) {
-    Session session;
-    const auto& client = session.desktop.client();
-    session.desktop.start({"xterm", "-geometry", "60x20+100+100"});
-    ASSERT_TRUE(waitUntil(
-        [&] { return client.windowProperty(client.root(), "_NET_ACTIVE_WINDOW").value_or(0) != XCB_NONE; }));
-    const auto focus = client.focusedWindow();
-    ASSERT_TRUE(session.copySelection({10, 10}, {40, 40}));
-    EXPECT_TRUE(waitUntil([&] { return client.focusedWindow() == focus; }));
-}
-
-TEST(Dismissal, AClickWithoutADragSelectsNothing) {
-    Session session;
-    ASSERT_TRUE(session.openOverlay());
-    session.robot.click({300, 300});
-    session.robot.type({Key::returnKey});
-    EXPECT_TRUE(session.program.waitForLog("Copy selection to pasteboard returned false (missing crop bitmap "
-                                           "or pasteboard write failed)"));
-    EXPECT_TRUE(session.waitForOverlay());
-    session.robot.type({Key::escape});
-    EXPECT_TRUE(session.waitForNoOverlay());
-}
-
-TEST(Dismissal, ASelectionIsResizedByItsHandlesAndMadeAnew) {
-    Session session;
-    const auto screen = session.desktop.client().pixels();
-    ASSERT_TRUE(session.openOverlay());
-    session.robot.drag({50, 50}, {90, 90});
-    session.robot.drag({300, 300}, {500, 400});
-    session.robot.drag({500, 350}, {600, 350}); // the east handle
-    session.robot.drag({300, 300}, {700, 500}); // the north-west corner, past the opposite one
-    session.robot.type({Key::returnKey});
-    ASSERT_TRUE(session.waitForNoOverlay());
-    EXPECT_TRUE(samePixels(session.clipboard.picture(), screen.view({600, 400, 100, 100})));
-}
-
 TEST(Dismissal, ThePictureOutlivesTheOverlayForEveryReader) {
     Session session;
     const auto screen = session.desktop.client().pixels();

@@ -21,17 +21,6 @@ TEST(UiButtonTest, AnAmpersandIsPartOfTheLabel) {
     EXPECT_GT(whole, button.sizeHint().width());
 }
 
-TEST(UiButtonTest, GrowsWithItsLabelAndItsSymbol) {
-    UiButton button("Open", {.kind = ButtonKind::prominent, .size = ControlSize::large});
-    const QSize small = button.sizeHint();
-    button.setSymbol("checkmark");
-    EXPECT_GT(button.sizeHint().width(), small.width());
-    const QSize withSymbol = button.sizeHint();
-    button.setLabel("Open that which is to be opened");
-    EXPECT_GT(button.minimumSizeHint().width(), withSymbol.width());
-    EXPECT_EQ(button.sizeHint().height(), small.height());
-}
-
 TEST(UiButtonTest, KeyboardFocusIsSeenAndAMouseClicksIsNot) {
     QWidget window;
     QVBoxLayout layout(&window);

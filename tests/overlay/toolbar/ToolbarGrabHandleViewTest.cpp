@@ -6,7 +6,6 @@ namespace glimmerly {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 class ToolbarGrabHandleViewTest : public ToolbarFixture {
 protected:
@@ -29,18 +28,11 @@ TEST_F(ToolbarGrabHandleViewTest, ReportsTheWayOfThePointerThatMovesTheBar) {
     EXPECT_THAT(takeReports(), ElementsAre("drag", "drop"));
     EXPECT_THAT(deltas, ElementsAre(Point{10, 4}, Point{-3, -34}));
     moveTo(start);
-    EXPECT_EQ(deltas.size(), 2U);
-}
-
-TEST_F(ToolbarGrabHandleViewTest, ADragThatBeginsElsewhereIsNone) {
-    press(toolbar.pos() + QPoint(4, 4));
-    moveTo(handle());
-    release(handle());
     QTest::mousePress(canvas.windowHandle(), Qt::RightButton, {}, handle());
     moveTo(handle() + QPoint(5, 5));
     QTest::mouseRelease(canvas.windowHandle(), Qt::RightButton, {}, handle());
-    EXPECT_THAT(deltas, IsEmpty());
-    EXPECT_THAT(takeReports(), IsEmpty());
+    EXPECT_EQ(deltas.size(), 2U);
+    EXPECT_THAT(takeReports(), testing::IsEmpty()) << "another button drags nothing";
 }
 
 } // namespace

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
+#include <zlib.h>
 
 namespace glimmerly {
 namespace {
@@ -20,44 +21,22 @@ Bitmap::Pixel premultiplied(const std::uint8_t* rgba) {
 }
 
 TEST(PngDecoder, ReadsEveryKindOfPng) {
-    const std::vector<PngKind> kinds{
-        {PNG_COLOR_TYPE_GRAY, 1, 0},       {PNG_COLOR_TYPE_GRAY, 4, 1},    {PNG_COLOR_TYPE_GRAY, 8, 0},
-        {PNG_COLOR_TYPE_PALETTE, 2, 0},    {PNG_COLOR_TYPE_PALETTE, 8, 1}, {PNG_COLOR_TYPE_RGB, 8, 0},
-        {PNG_COLOR_TYPE_RGB, 8, 1},        {PNG_COLOR_TYPE_RGBA, 8, 0},    {PNG_COLOR_TYPE_RGBA, 8, 1},
-        {PNG_COLOR_TYPE_GRAY_ALPHA, 8, 1},
-    };
-    for (const PngKind& kind : kinds) {
-        for (const PixelSize size : {PixelSize{1, 1}, PixelSize{5, 3}, PixelSize{61, 47}}) {
-            SCOPED_TRACE(testing::Message() << kind.colourType << " " << kind.bitDepth << " " << size.width);
-            const auto file = writeWithLibPng(kind, size);
-            const Rgba reference = readWithLibPng(file);
-            const auto decoder = PngDecoder::over(file);
-            ASSERT_TRUE(decoder);
-            ASSERT_EQ(decoder->size(), size);
-            const auto decoded = decoder->decode();
-            ASSERT_TRUE(decoded);
-            const Bitmap& picture = *decoded;
-            const std::uint8_t* expected = reference.data();
-            for (int y = 0; y < size.height; ++y) {
-                for (const Bitmap::Pixel pixel : picture.row(y)) {
-                    ASSERT_EQ(pixel, premultiplied(expected)) << y;
-                    expected += 4;
-                }
-            }
-        }
-    }
-}
-
-TEST(PngDecoder, KeepsTheHighBytesOfSixteenBitSamples) {
-    const auto file = writeWithLibPng({PNG_COLOR_TYPE_RGB, 16, 0}, {9, 4});
-    const Bitmap picture = PngDecoder::over(file)->decode().value();
-    std::mt19937 random(11);
-    for (int y = 0; y < 4; ++y) {
-        for (const Bitmap::Pixel pixel : picture.row(y)) {
-            for (const int shift : {16, 8, 0}) {
-                const int high = static_cast<std::uint8_t>(random());
-                random();
-                EXPECT_NEAR(static_cast<int>(pixel >> shift & 255), high, 1);
+    for (const auto& entry : std::filesystem::directory_iterator(GLIMMERLY_PNG_FILES)) {
+        SCOPED_TRACE(entry.path());
+        if (entry.path().filename() == "gray16.png") // there are several ways to round its samples
+            continue;
+        const std::string file = contentOf(entry.path());
+        const Rgba reference = readWithLibPng(std::as_bytes(std::span(file)));
+        const auto decoder = PngDecoder::open(entry.path());
+        ASSERT_TRUE(decoder);
+        const auto decoded = decoder->decode();
+        ASSERT_TRUE(decoded);
+        ASSERT_EQ(reference.size(), 4U * static_cast<unsigned>(decoded->width() * decoded->height()));
+        const std::uint8_t* expected = reference.data();
+        for (int y = 0; y < decoded->height(); ++y) {
+            for (const Bitmap::Pixel pixel : decoded->row(y)) {
+                ASSERT_EQ(pixel, premultiplied(expected)) << y;
+                expected += 4;
             }
         }
     }
@@ -89,9 +68,9 @@ TEST(PngDecoder, ReportsFilesThatCannotBeRead) {
 }
 
 TEST(PngDecoder, RefusesSizesBeyondItsBounds) {
-    auto file = writeWithLibPng({PNG_COLOR_TYPE_GRAY, 8, 0}, {1, 1});
+    const auto file = encodePng(testPicture({1, 1}, Alpha::opaque), PngProfile::quick);
     const auto withSize = [&](std::uint8_t widthHigh, std::uint8_t heightHigh) {
-        auto changed = file;
+        std::vector<std::byte> changed(file->span().begin(), file->span().end());
         changed[17] = std::byte{widthHigh}; // 65536 pixels each
         changed[21] = std::byte{heightHigh};
         auto sum = static_cast<png_uint_32>(crc32(0, reinterpret_cast<const Bytef*>(&changed[12]), 17));

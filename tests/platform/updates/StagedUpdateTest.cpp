@@ -72,19 +72,6 @@ TEST_F(StagedUpdateTest, PutsTheNewVersionInPlaceAndKeepsTheOldUntilTheNextStart
     EXPECT_EQ(installedVersion(), "2");
 }
 
-TEST_F(StagedUpdateTest, NothingIsLeftOfOneThatIsNotInstalled) {
-    for (const auto& archive : {archiveOfVersion("2"), archiveOfVersion("2").substr(0, 100),
-                                archiveOf({{.path = "G/share/glimmerly/archive-contents", .content = "2\n"}}),
-                                archiveOf({{.path = "G/bin/glimmerly", .content = "2", .mode = 0755}})}) {
-        auto staged = StagedUpdate::begin(installed);
-        ASSERT_TRUE(staged);
-        const bool isWhole = staged->unpack(bytesOf(archive)).has_value() && staged->version().has_value();
-        EXPECT_EQ(isWhole, archive == archiveOfVersion("2"));
-    }
-    EXPECT_EQ(scratch.names(), std::vector<std::string>{"Glimmerly-1"});
-    EXPECT_EQ(installedVersion(), "1");
-}
-
 TEST_F(StagedUpdateTest, AKilledProcessLeavesOneWholeVersion) {
     // The parent looks at the folder while the child exchanges it as fast as it can, then kills it.
     for (int i = 0; i < 20; ++i) {

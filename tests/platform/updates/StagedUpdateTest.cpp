@@ -67,6 +67,9 @@ TEST_F(StagedUpdateTest, PutsTheNewVersionInPlaceAndKeepsTheOldUntilTheNextStart
         EXPECT_EQ(modeOf(folder), 0755u);
     }
     EXPECT_EQ(scratch.names().size(), 2u) << "the old version is kept";
+    EXPECT_TRUE(installed.keepsOlderVersion());
+    fs::remove(installed.otherVersion() / InstalledFolder::program);
+    EXPECT_FALSE(installed.keepsOlderVersion()) << "not what starts";
     installed.removeLeftovers();
     EXPECT_EQ(scratch.names(), std::vector<std::string>{"Glimmerly-1"});
     EXPECT_EQ(installedVersion(), "2");
@@ -148,6 +151,7 @@ TEST_F(StagedUpdateTest, ANewVersionThatEndsBeforeItHasStartedGivesWayToTheOldOn
         EXPECT_TRUE(starts || waitUntil([&] { return fs::remove(ran); }));
         EXPECT_EQ(installedVersion(), starts ? "2" : "1");
         EXPECT_EQ(installed.removeLeftovers().value_or("none"), starts ? "none" : "2");
+        EXPECT_FALSE(installed.keepsOlderVersion());
         EXPECT_EQ(scratch.names(), std::vector<std::string>{"Glimmerly-1"});
     }
 }

@@ -45,6 +45,7 @@ TEST(UpdateKey, AcceptsItsOwnersSignatureOfExactlyTheseBytes) {
 
 TEST(UpdateArchive, UnpacksTheOneFolderItHolds) {
     const std::string program(300'000, 'p');
+    const mode_t mask = ::umask(077); // which is not what others may do with the program
     for (const auto compression : {Compression::gzip, Compression::zstd}) {
         const ScratchDirectory scratch;
         const auto archive = archiveOf({{.path = "G-2/", .kind = AE_IFDIR, .mode = 0755},
@@ -57,6 +58,7 @@ TEST(UpdateArchive, UnpacksTheOneFolderItHolds) {
         EXPECT_EQ(contentOf(scratch.path() / "to/bin/g"), program);
         EXPECT_EQ(modeOf(scratch.path() / "to/bin/g"), 0755u);
         EXPECT_EQ(modeOf(scratch.path() / "to/share/empty"), 0644u);
+        EXPECT_EQ(modeOf(scratch.path() / "to/share"), 0755u);
         EXPECT_FALSE(unpack(archive, scratch.path() / "to")) << "nothing that exists is written to";
         std::stop_source stop;
         stop.request_stop();
@@ -66,6 +68,7 @@ TEST(UpdateArchive, UnpacksTheOneFolderItHolds) {
             EXPECT_FALSE(unpack(archive.substr(0, length), scratch.path() / std::to_string(length)))
                 << length;
     }
+    ::umask(mask);
 }
 
 TEST(UpdateArchive, NothingLeavesTheFolder) {

@@ -37,9 +37,12 @@ Result<FileDescriptor> UnpackedFolder::parentOf(const std::string& path) const {
     for (auto end = path.find('/'); directory && end != std::string::npos; end = path.find('/', begin)) {
         const std::string name = path.substr(begin, end - begin);
         begin = end + 1;
-        if (::mkdirat(directory.get(), name.c_str(), programMode) != 0 && errno != EEXIST)
+        const bool isNew = ::mkdirat(directory.get(), name.c_str(), programMode) == 0;
+        if (!isNew && errno != EEXIST)
             return posixFailure("Making the folder " + name);
         directory = FileDescriptor(::openat(directory.get(), name.c_str(), openDirectory));
+        if (isNew && directory)
+            (void)::fchmod(directory.get(), programMode);
     }
     if (!directory)
         return posixFailure("Opening a folder for " + path);
@@ -67,7 +70,8 @@ Result<void> UnpackedFolder::beginFile(const std::string& path, FileUse use) {
     file_ = FileDescriptor(::openat(parent->get(), lastComponent(path).c_str(),
                                     O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
     written_ = 0;
-    if (!file_)
+    // Whatever the umask of who updates it: others may start the program too.
+    if (!file_ || ::fchmod(file_.get(), mode) != 0)
         return posixFailure("Creating " + path);
     return {};
 }

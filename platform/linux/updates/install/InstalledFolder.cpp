@@ -56,7 +56,8 @@ fs::path InstalledFolder::slot() const {
 
 bool InstalledFolder::keepsOlderVersion() const {
     const auto other = archiveVersionIn(otherVersion());
-    return other && compareVersions(*other, archiveVersionIn(folder_).value_or("")) < 0;
+    return other && ::access((otherVersion() / program).c_str(), X_OK) == 0 &&
+           compareVersions(*other, archiveVersionIn(folder_).value_or("")) < 0;
 }
 
 Replaceability InstalledFolder::replaceability() const {

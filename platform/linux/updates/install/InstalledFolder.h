@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Result.h"
+#include "platform/linux/updates/install/UpdateSlot.h"
 
 #include <filesystem>
 #include <optional>
@@ -37,7 +38,7 @@ public:
     /// Beside the folder: where a newer version is made ready, and an older one kept.
     [[nodiscard]] std::filesystem::path slot() const;
     /// In the slot: the newer version until it is installed, from then on the older one.
-    [[nodiscard]] std::filesystem::path otherVersion() const { return slot() / "version"; }
+    [[nodiscard]] std::filesystem::path otherVersion() const { return slot() / UpdateSlot::version; }
     /// In the slot: a newer version that was installed, did not start, and was taken back.
     [[nodiscard]] std::filesystem::path failedVersion() const { return slot() / "failed"; }
     [[nodiscard]] bool keepsOlderVersion() const;

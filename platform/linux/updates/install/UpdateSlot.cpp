@@ -48,19 +48,32 @@ Result<UpdateSlot> UpdateSlot::claim(const fs::path& path, WhenHeld whenHeld) {
     }
 }
 
+void UpdateSlot::removeVersion() {
+    const fs::path removed = path_ / "removed";
+    std::error_code stays;
+    fs::remove_all(removed, stays);
+    fs::rename(path_ / version, removed, stays);
+    fs::remove_all(removed, stays);
+}
+
 Result<void> UpdateSlot::clear() {
+    removeVersion();
     std::error_code failed;
-    for (const auto& entry : fs::directory_iterator(path_, failed))
-        fs::remove_all(entry.path(), failed);
-    if (!fs::is_empty(path_, failed) || failed)
+    for (fs::directory_iterator entry(path_, failed), end; !failed && entry != end; entry.increment(failed)) {
+        std::error_code stays;
+        fs::remove_all(entry->path(), stays);
+    }
+    if (failed || !fs::is_empty(path_, failed) || failed)
         return failure(Error::posix(EBUSY, "Emptying " + path_.string()));
     return {};
 }
 
 UpdateSlot::~UpdateSlot() {
+    if (!directory_ || isKept_)
+        return;
+    removeVersion();
     std::error_code stays;
-    if (directory_ && !isKept_)
-        fs::remove_all(path_, stays);
+    fs::remove_all(path_, stays);
 }
 
 } // namespace glimmerly

@@ -11,6 +11,8 @@ namespace glimmerly {
 class UpdateSlot {
 public:
     enum class WhenHeld { fail, wait }; ///< by another process
+    /// The name in it under which a whole version lies, and nothing else at any moment.
+    static constexpr auto version = "version";
 
     /// The folder `path`, made when missing. An error when what stands there is a link, another user's, or
     /// open to others' writing.
@@ -29,6 +31,8 @@ public:
     void doNotKeep() { isKept_ = false; }
 
 private:
+    /// Takes the name away first: what a killed process leaves of a version must not be taken for one.
+    void removeVersion();
     UpdateSlot(std::filesystem::path path, FileDescriptor directory)
         : path_(std::move(path)), directory_(std::move(directory)) {}
 

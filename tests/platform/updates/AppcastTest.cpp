@@ -36,6 +36,7 @@ TEST(Appcast, ReadsWhatItemsSay) {
              "</u:channel><u:shortVersionString>2</u:shortVersionString><u:criticalUpdate/>"
              "<u:minimumSystemVersion>2.36</u:minimumSystemVersion><version>9</version>") +
         item("", "<title>without a version</title>") + item("3", "", "-1") + item("3", "", "9x") +
+        item(std::string(65, '3')) + item("3\n4") +
         R"(<item><title>without an archive</title><u:version>4</u:version></item>)"));
     ASSERT_TRUE(items) << items.error().description();
     ASSERT_EQ(items->size(), 1u);

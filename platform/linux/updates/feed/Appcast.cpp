@@ -4,6 +4,7 @@
 
 #include <expat.h>
 
+#include <algorithm>
 #include <charconv>
 #include <memory>
 #include <type_traits>
@@ -42,8 +43,15 @@ std::uint64_t lengthFrom(std::string_view text) {
     return failed == std::errc() && rest == end ? length : 0;
 }
 
+/// As windows and the log can show it.
+bool isVersion(std::string_view text) {
+    constexpr std::size_t longest = 64;
+    return text.size() <= longest && std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; });
+}
+
 bool isComplete(const AppcastItem& item) {
-    return !item.version.empty() && !item.enclosure.url.empty() && item.enclosure.length > 0;
+    return !item.version.empty() && isVersion(item.version) && isVersion(item.shortVersion) &&
+           !item.enclosure.url.empty() && item.enclosure.length > 0;
 }
 
 } // namespace
@@ -188,6 +196,8 @@ std::string* AppcastReader::Parser::fieldFor(const Name& name) {
 void AppcastReader::Parser::readEnclosure(const char** attributes) {
     item_.enclosure = {};
     eachAttribute(attributes, [this](const Name& name, std::string_view value) {
+        if (value.size() > appcast_limits::text)
+            return stop(tooLarge, "A text of the feed is too long.");
         if (name.isExtension && name.local == "edSignature")
             item_.enclosure.signature = value;
         else if (name.isExtension && name.local == "version" && item_.version.empty())

@@ -62,6 +62,7 @@ void AppDelegate::applicationWillTerminate() {
     // A request that is still under way must not outlive what it uses.
     Platform::current().http.stop();
     Platform::current().updates.applicationWillTerminate();
+    GlimmerlyLog::flush(); // what became of an update that waited for this
 }
 
 } // namespace glimmerly

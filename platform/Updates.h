@@ -25,6 +25,8 @@ enum class UpdateErrorCode {
     versionUnexpected = 3002,
     doesNotRun = 3003, ///< the new version's program, tried before it is installed
     notReplaceable = 4001,
+    alreadyInstalled = 4002, ///< while this version runs on
+    notTakenBack = 4003,     ///< a version that was not relaunched
     notInstalled = 4005,
     notRelaunched = 4006,
     cancelledByUser = 4007, ///< not a failure either

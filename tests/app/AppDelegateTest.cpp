@@ -166,7 +166,8 @@ TEST(AppDelegateTest, StartsAndStopsTheServicesInOrder) {
 
     delegate.applicationWillTerminate();
     EXPECT_THAT(events, ElementsAre("AppLifecycle: applicationWillTerminate", "log flushed after telemetry",
-                                    "hotkey unregistered", "hotkey handler removed", "updater ended"));
+                                    "hotkey unregistered", "hotkey handler removed", "updater ended",
+                                    "log flushed after telemetry"));
     const std::string body = fake.http.requests().at(0).body;
     EXPECT_THAT(body, testing::HasSubstr("app_launch"));
     EXPECT_TRUE(fake.http.isStopped);

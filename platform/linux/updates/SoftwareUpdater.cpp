@@ -6,8 +6,10 @@
 #include "platform/linux/updates/feed/UpdateChoice.h"
 
 #include <QSysInfo>
+#include <QUrl>
 
 #include <algorithm>
+#include <cerrno>
 
 namespace glimmerly {
 
@@ -27,6 +29,8 @@ void SoftwareUpdater::start() {
     (void)noteReplaceability();
     const auto launch = services_.schedule.noteLaunch();
     enter(Phase::idle);
+    if (const auto why = services_.schedule.takeNotInstalled())
+        return tell(updateError(UpdateErrorCode::notInstalled, Error("GlimmerlyUpdate", 7, *why)));
     // Not at the first launch: nobody wants to be asked about updates of what they have not seen yet.
     if (!services_.schedule.userWantsChecks() && launch == UpdateSchedule::Launch::later) {
         enter(Phase::askingPermission);
@@ -138,7 +142,8 @@ void SoftwareUpdater::feedArrived(const UpdateWork::Feed& feed) {
     if (!choice.item)
         return nothingToOffer(choice.reason);
     item_ = choice.item;
-    const bool mayDownload = flags_.value(UpdaterFlag::automaticallyDownloadsUpdates) && noteReplaceability();
+    const bool mayDownload = flags_.value(UpdaterFlag::automaticallyDownloadsUpdates) &&
+                             item_->version != unusableVersion_ && noteReplaceability();
     if (!isUser && mayDownload)
         return download();
     offer(isUser ? Prominence::inFront : Prominence::quiet);
@@ -179,8 +184,9 @@ void SoftwareUpdater::offerAnswered(UpdateAnswer answer) {
 }
 
 void SoftwareUpdater::openDownloadPage() {
-    const bool hasItsOwn = item_ && item_->link.starts_with("https://");
-    services_.dialogs.openPage(hasItsOwn ? item_->link : services_.downloadPage);
+    const QUrl own(item_ ? QString::fromStdString(item_->link) : QString(), QUrl::StrictMode);
+    const bool isPage = own.scheme() == "https" && !own.host().isEmpty();
+    services_.dialogs.openPage(isPage ? item_->link : services_.downloadPage);
 }
 
 void SoftwareUpdater::download() {
@@ -205,9 +211,22 @@ void SoftwareUpdater::showDownloading() {
 
 void SoftwareUpdater::prepared(const Result<void>& outcome) {
     if (!outcome)
-        return abort(outcome.error(), tellingOfInitiator());
+        return notPrepared(outcome.error());
     enter(Phase::ready);
-    showReady(initiator_ == CheckInitiator::user ? Prominence::inFront : Prominence::quiet);
+    // Minutes after the click: who types elsewhere by now must not press its button.
+    showReady(Prominence::quiet);
+}
+
+void SoftwareUpdater::notPrepared(const Error& error) {
+    const bool mayWorkLater =
+        isCode(error, UpdateErrorCode::downloadFailed) || isCode(error, UpdateErrorCode::alreadyInstalled);
+    if (initiator_ == CheckInitiator::user || mayWorkLater)
+        return abort(error, tellingOfInitiator());
+    // It would fail like that every day, and nobody would know that there is a newer version.
+    services_.work->cancel();
+    services_.delegate.updaterDidAbort(error);
+    unusableVersion_ = item_->version;
+    offer(Prominence::quiet);
 }
 
 void SoftwareUpdater::showReady(Prominence prominence) {
@@ -239,7 +258,9 @@ void SoftwareUpdater::installAndOpen(RelaunchCompletion completion) {
 }
 
 void SoftwareUpdater::takeBack(const Error& error) {
-    services_.schedule.setSkippedVersion(item_->version);
+    const bool hasEnded = error.domain() == "POSIX" && error.code() == ESRCH;
+    if (hasEnded) // it would by itself again
+        services_.schedule.setSkippedVersion(item_->version);
     const auto reverted = services_.work->revert();
     abort(reverted ? updateError(UpdateErrorCode::notRelaunched, error) : reverted.error(), Telling::user);
 }
@@ -274,6 +295,10 @@ void SoftwareUpdater::abort(const Error& error, Telling telling) {
     services_.delegate.updaterDidAbort(error);
     if (telling == Telling::delegateOnly)
         return enter(Phase::idle);
+    tell(error);
+}
+
+void SoftwareUpdater::tell(const Error& error) {
     enter(Phase::telling);
     services_.dialogs.showError(error, [this](ErrorAnswer answer) {
         if (answer == ErrorAnswer::openDownloadPage)
@@ -287,8 +312,10 @@ void SoftwareUpdater::applicationWillTerminate() {
     if (services_.work == nullptr)
         return;
     if (phase_ == Phase::ready) {
-        if (auto installed = services_.work->install(); !installed)
+        if (auto installed = services_.work->install(); !installed) {
             services_.delegate.updaterDidAbort(installed.error());
+            services_.schedule.noteNotInstalled(installed.error().description());
+        }
     } else if (phase_ != Phase::installing) {
         services_.work->cancel();
         services_.work->waitForCancellation();

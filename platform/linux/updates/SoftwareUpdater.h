@@ -86,6 +86,7 @@ private:
 
     void download();
     void prepared(const Result<void>& outcome);
+    void notPrepared(const Error& error);
     void showReady(Prominence prominence);
     void installAndOpen(RelaunchCompletion completion);
     void takeBack(const Error& error);
@@ -96,6 +97,7 @@ private:
     /// Ends the update at hand: the delegate hears of it, and the user when `telling` says so.
     enum class Telling { user, delegateOnly };
     void abort(const Error& error, Telling telling);
+    void tell(const Error& error);
     [[nodiscard]] Telling tellingOfInitiator() const;
 
     SoftwareUpdaterServices services_;
@@ -105,6 +107,7 @@ private:
     CheckInitiator initiator_ = CheckInitiator::schedule; ///< of the update at hand
     DownloadProgress progress_;
     std::optional<AppcastItem> item_; ///< that is offered, downloaded or ready
+    std::string unusableVersion_;     ///< that could not be made ready in the background
 };
 
 } // namespace glimmerly

@@ -31,6 +31,10 @@ const char* wordsFor(UpdateErrorCode code) {
         return "The new version does not run on this computer. It was not installed.";
     case UpdateErrorCode::notReplaceable:
         return "The update cannot be installed in the folder that this program is in.";
+    case UpdateErrorCode::alreadyInstalled:
+        return "A newer version is installed already. Please quit this program and open it again.";
+    case UpdateErrorCode::notTakenBack:
+        return "The new version did not start, and this version could not be put back in its place.";
     case UpdateErrorCode::notInstalled:
         return "The update could not be installed. This version stays as it is.";
     case UpdateErrorCode::notRelaunched:
@@ -64,7 +68,8 @@ Error updateError(UpdateErrorCode code, const std::optional<Error>& cause) {
 }
 
 bool canInstallByHand(const Error& error) {
-    if (!isCode(error, UpdateErrorCode::notReplaceable) && !isCode(error, UpdateErrorCode::notInstalled))
+    if (!isCode(error, UpdateErrorCode::notReplaceable) && !isCode(error, UpdateErrorCode::notInstalled) &&
+        !isCode(error, UpdateErrorCode::notTakenBack))
         return false;
     const auto* cause = error.underlying();
     return cause == nullptr || (!isFullDisk(*cause) && !isHeldByAnother(*cause));

@@ -54,6 +54,13 @@ std::string UpdateSchedule::skippedVersion() const {
     return preferences_.data(skippedKey).value_or("");
 }
 
+std::optional<std::string> UpdateSchedule::takeNotInstalled() {
+    auto why = preferences_.data(notInstalledKey);
+    if (why)
+        preferences_.remove(notInstalledKey);
+    return why;
+}
+
 std::optional<bool> UpdateSchedule::boolean(std::string_view key) const {
     const auto text = preferences_.data(key);
     if (!text)

@@ -17,6 +17,7 @@ public:
     static constexpr std::string_view lastCheckKey = "SULastCheckTime";         ///< seconds since 1970
     static constexpr std::string_view launchedKey = "SUHasLaunchedBefore";
     static constexpr std::string_view skippedKey = "SUSkippedVersion";
+    static constexpr std::string_view notInstalledKey = "SUNotInstalledAtQuit";
 
     static constexpr std::chrono::seconds defaultInterval = std::chrono::days(1);
     static constexpr std::chrono::seconds shortestInterval = std::chrono::minutes(1);
@@ -47,6 +48,10 @@ public:
 
     [[nodiscard]] std::string skippedVersion() const;
     void setSkippedVersion(const std::string& version) { preferences_.setData(skippedKey, version); }
+
+    /// That the program's end did not install what was ready, for the next launch to tell; told once.
+    void noteNotInstalled(const std::string& why) { preferences_.setData(notInstalledKey, why); }
+    [[nodiscard]] std::optional<std::string> takeNotInstalled();
 
 private:
     void setLastCheck(WallTime time);

@@ -15,6 +15,7 @@ namespace glimmerly {
 namespace {
 
 constexpr int longestFetchOfFeed = 60;               // seconds; a byte now and then is no answer
+constexpr int longestFetchOfArchive = 6 * 3600;      // seconds; checks wait for it
 constexpr std::uint64_t largestArchive = 512u << 20; // bytes
 
 std::unexpected<Error> updateFailure(UpdateErrorCode code, const std::optional<Error>& cause = {}) {
@@ -111,6 +112,10 @@ Result<StagedUpdate> UpdateWorker::staged(const AppcastItem& item, const Progres
                                           const std::stop_token& stop) const {
     if (compareVersions(item.version, options_.currentVersion) <= 0)
         return updateFailure(UpdateErrorCode::versionUnexpected);
+    // By another instance, and not started yet: the version before it must stay until then.
+    if (compareVersions(archiveVersionIn(options_.installed.path()).value_or(""), options_.currentVersion) >
+        0)
+        return updateFailure(UpdateErrorCode::alreadyInstalled);
     auto update = StagedUpdate::begin(options_.installed);
     if (!update)
         return updateFailure(UpdateErrorCode::notReplaceable, update.error());
@@ -142,6 +147,7 @@ Result<void> UpdateWorker::download(const AppcastItem& item, ArrivingArchive& ar
     progress({0, length});
     const auto fetched = fetch({.url = item.enclosure.url,
                                 .largest = length,
+                                .longest = longestFetchOfArchive,
                                 .certificateAuthorities = options_.certificateAuthorities},
                                receive, stop);
     if (!fetched)
@@ -184,7 +190,9 @@ Result<void> UpdateWorker::install() {
 Result<void> UpdateWorker::revert() {
     if (!staged_)
         return updateFailure(UpdateErrorCode::notInstalled);
-    return staged_->revert();
+    if (auto reverted = staged_->revert(); !reverted)
+        return updateFailure(UpdateErrorCode::notTakenBack, reverted.error());
+    return {};
 }
 
 } // namespace glimmerly

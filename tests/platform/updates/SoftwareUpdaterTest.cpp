@@ -349,8 +349,32 @@ TEST_F(SoftwareUpdaterTest, DownloadsInTheBackgroundAndInstallsWithAClickOrAtThe
     updater->checkForUpdates();
     EXPECT_EQ(dialogs.shown, "ready");
     EXPECT_EQ(work.installs, 0);
+    work.installOutcome = failure(updateError(UpdateErrorCode::notInstalled));
     updater->applicationWillTerminate();
     EXPECT_EQ(work.installs, 1);
+    for (const char* shown : {"error 4005", "nothing"}) { // told once
+        dialogs.close();
+        launch();
+        EXPECT_EQ(dialogs.shown, shown);
+    }
+}
+
+TEST_F(SoftwareUpdaterTest, WhatTheBackgroundCannotMakeReadyIsOfferedAndNotFetchedAgain) {
+    userAllowedChecks();
+    launch();
+    updater->setAutomaticallyDownloadsUpdates(true);
+    for (const bool isFirst : {true, false}) {
+        ASSERT_TRUE(checksByItself());
+        work.fed({{itemOf("2")}});
+        EXPECT_EQ(static_cast<bool>(work.prepared), isFirst);
+        if (isFirst)
+            std::exchange(work.prepared, {})(failure(updateError(UpdateErrorCode::notReplaceable)));
+        EXPECT_EQ(dialogs.shown, "available 2");
+        EXPECT_EQ(dialogs.prominence, Prominence::quiet);
+        now += 25h;
+        dialogs.offer(UpdateAnswer::later);
+    }
+    EXPECT_EQ(delegate.aborted, std::vector<int>{4001});
 }
 
 TEST_F(SoftwareUpdaterTest, WithoutFeedOrKeySaysSoOnceAndDoesNothing) {

@@ -98,6 +98,9 @@ TEST_F(UpdateWorkerTest, InstallsWhatIsRightToTheLastBit) {
     EXPECT_EQ(archiveVersionIn(folder), "1.0");
     worker.cancel();
     EXPECT_EQ(besides(), std::vector<std::string>{"G"});
+
+    writeContent(folder / InstalledFolder::contentsFile, "1.5\nbin/glimmerly\n");
+    EXPECT_EQ(prepare(offer(archive)), 4002) << "another instance was faster";
 }
 
 TEST_F(UpdateWorkerTest, UsesNothingElse) {

@@ -7,8 +7,8 @@
 #include "ui/UiTextFrame.h"
 #include "ui/WindowPlacement.h"
 
+#include <QApplication>
 #include <QCloseEvent>
-#include <QGuiApplication>
 #include <QIcon>
 #include <QKeyEvent>
 #include <QLocale>
@@ -69,6 +69,8 @@ void UpdateWindow::present(Prominence prominence) {
     show();
     if (prominence == Prominence::inFront)
         bringForward();
+    else
+        QApplication::alert(this); // which does nothing to the active window
 }
 
 void UpdateWindow::bringForward() {

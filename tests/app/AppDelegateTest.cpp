@@ -2,28 +2,9 @@
 
 #include "platform/Platform.h"
 #include "settings/SettingsWindowController.h"
-#include "tests/support/FakeAlerts.h"
-#include "tests/support/FakeAppearance.h"
-#include "tests/support/FakeApplication.h"
+#include "tests/support/FakeDesktop.h"
 #include "tests/support/FakeHotkeyService.h"
-#include "tests/support/FakeHttpClient.h"
-#include "tests/support/FakeImages.h"
-#include "tests/support/FakeKeyboardLayout.h"
-#include "tests/support/FakeLinkOpener.h"
-#include "tests/support/FakeLocalEvents.h"
-#include "tests/support/FakeMainQueue.h"
-#include "tests/support/FakeOverlayWindows.h"
-#include "tests/support/FakePasteboard.h"
-#include "tests/support/FakePreferences.h"
-#include "tests/support/FakeSavePanel.h"
-#include "tests/support/FakeScreenCapture.h"
-#include "tests/support/FakeScreenRecordingAccess.h"
-#include "tests/support/FakeScreens.h"
-#include "tests/support/FakeStatusItem.h"
-#include "tests/support/FakeSymbolicHotKeys.h"
 #include "tests/support/FakeUpdates.h"
-#include "tests/support/FakeWorkspace.h"
-#include "tests/support/LogCapture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -84,32 +65,14 @@ struct RecordingUpdates : FakeUpdates {
 };
 
 /// The platform of the one process: the shared services keep it.
-struct FakePlatform {
-    NotificationCenter notifications;
-    RecordingApplication application;
-    FakeMainQueue mainQueue;
-    FakePreferences preferences;
-    FakeScreens screens;
-    FakeScreenCapture screenCapture{mainQueue};
-    FakeScreenRecordingAccess screenRecording;
-    FakeWorkspace workspace;
-    FakeOverlayWindows overlayWindows;
-    FakePasteboard pasteboard;
-    FakeSavePanel savePanel;
-    FakeAlerts alerts;
-    FakeLinkOpener links;
-    FakeAppearance appearance;
-    FakeImages images;
+struct FakePlatform : FakeDesktop {
+    RecordingApplication recordingApplication;
     RecordingHotkeyService hotkeys;
-    FakeKeyboardLayout keyboardLayout;
-    FakeLocalEvents localEvents;
-    FakeSymbolicHotKeys symbolicHotKeys;
-    RecordingStatusItem statusItem;
-    FakeHttpClient http;
+    RecordingStatusItem recordingStatusItem;
     RecordingUpdates updates;
     Platform platform{.bundle = {.name = "Glimmerly", .serviceBaseURL = "https://service.example"},
                       .notifications = notifications,
-                      .application = application,
+                      .application = recordingApplication,
                       .mainQueue = mainQueue,
                       .preferences = preferences,
                       .screens = screens,
@@ -127,7 +90,7 @@ struct FakePlatform {
                       .keyboardLayout = keyboardLayout,
                       .localEvents = localEvents,
                       .symbolicHotKeys = symbolicHotKeys,
-                      .statusItem = statusItem,
+                      .statusItem = recordingStatusItem,
                       .http = http,
                       .updates = updates};
 };
@@ -155,11 +118,11 @@ TEST(AppDelegateTest, StartsAndStopsTheServicesInOrder) {
     // With no display at all, both ways to a screenshot end in the alert, and nowhere else.
     fake.hotkeys.press(0, 0x300);
     fake.mainQueue.runAll();
-    fake.statusItem.menu->actions().at(2)->trigger();
-    fake.statusItem.menuHasGone();
+    fake.recordingStatusItem.menu->actions().at(2)->trigger();
+    fake.recordingStatusItem.menuHasGone();
     fake.mainQueue.runAll();
     EXPECT_EQ(fake.alerts.shown.size(), 2u);
-    fake.application.reopen();
+    fake.recordingApplication.reopen();
     fake.mainQueue.runAll();
     EXPECT_TRUE(SettingsWindowController::shared().window().isVisible());
     events.clear();

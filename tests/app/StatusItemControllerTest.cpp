@@ -2,13 +2,7 @@
 
 #include "hotkeys/HotkeySettings.h"
 #include "platform/OverlayWindows.h"
-#include "tests/support/FakeApplication.h"
-#include "tests/support/FakeImages.h"
-#include "tests/support/FakeKeyboardLayout.h"
-#include "tests/support/FakePreferences.h"
-#include "tests/support/FakeStatusItem.h"
-#include "tests/support/FakeTelemetry.h"
-#include "tests/support/LogCapture.h"
+#include "tests/support/FakeDesktop.h"
 
 #include <QAction>
 #include <QMenu>
@@ -28,7 +22,7 @@ constexpr KeyCode keyA{0};
 constexpr KeyCode keyQ{12};
 constexpr KeyCode keyF5{96};
 
-class StatusItemControllerTest : public testing::Test {
+class StatusItemControllerTest : public testing::Test, protected FakeDesktop {
 protected:
     StatusItemController& install(BundleInfo bundle = {.name = "Glimmerly", .shortVersion = "1.2"}) {
         controller.emplace(StatusItemServices{.bundle = std::move(bundle),
@@ -36,7 +30,7 @@ protected:
                                               .images = images,
                                               .notifications = notifications,
                                               .hotkeySettings = settings,
-                                              .keyboardLayout = layout,
+                                              .keyboardLayout = keyboardLayout,
                                               .application = application,
                                               .telemetry = telemetry,
                                               .requestScreenshot = [this] { ++requests; },
@@ -50,13 +44,6 @@ protected:
         return item(2).shortcut().toString(QKeySequence::PortableText).toStdString();
     }
 
-    FakeStatusItem statusItem;
-    FakeImages images;
-    NotificationCenter notifications;
-    FakePreferences preferences;
-    FakeKeyboardLayout layout{{{0, "a"}, {12, "q"}}};
-    FakeApplication application;
-    FakeTelemetry telemetry;
     HotkeySettings settings{preferences, notifications};
     int requests = 0;
     int settingsShown = 0;
@@ -115,12 +102,12 @@ TEST_F(StatusItemControllerTest, KeyEquivalentFollowsTheHotkey) {
 
 TEST_F(StatusItemControllerTest, KeyEquivalentFollowsTheKeyboardLayout) {
     install();
-    layout.change({{0, "q"}});
+    keyboardLayout.change({{0, "q"}});
     EXPECT_EQ(shownShortcut(), "Meta+Shift+Q");
-    layout.change({{0, "\r"}});
+    keyboardLayout.change({{0, "\r"}});
     EXPECT_EQ(shownShortcut(), "Meta+Shift+Return");
     controller.reset();
-    layout.change({{0, "z"}}); // reaches no one
+    keyboardLayout.change({{0, "z"}}); // reaches no one
 }
 
 TEST_F(StatusItemControllerTest, ShownShortcutIsNoShortcutOfOurOwnWindows) {

@@ -1,16 +1,8 @@
 #pragma once
 
-#include "base/NotificationCenter.h"
 #include "overlay/ScreenshotOverlayController.h"
 #include "overlay/canvas/OverlayCanvasView.h"
-#include "tests/support/FakeMainQueue.h"
-#include "tests/support/FakeOverlayWindows.h"
-#include "tests/support/FakePasteboard.h"
-#include "tests/support/FakeSavePanel.h"
-#include "tests/support/FakeScreens.h"
-#include "tests/support/FakeTelemetry.h"
-#include "tests/support/FakeWorkspace.h"
-#include "tests/support/LogCapture.h"
+#include "tests/support/FakeDesktop.h"
 #include "tests/support/TestPictures.h"
 
 #include <QApplication>
@@ -20,8 +12,9 @@
 namespace glimmerly {
 
 /// A controller on a desktop of fakes, and a user who selects.
-class ControllerFixture : public testing::Test {
+class ControllerFixture : public testing::Test, protected FakeDesktop {
 protected:
+    ControllerFixture() { screens = FakeScreens({FakeScreens::display(picture.size())}); }
     ~ControllerFixture() override {
         controller.reset();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -61,14 +54,6 @@ protected:
     Bitmap picture = noisePicture({320, 200});
     ScratchDirectory directory;
     LogCapture log;
-    FakeScreens screens{{FakeScreens::display({320, 200})}};
-    FakeWorkspace workspace;
-    FakeOverlayWindows overlayWindows;
-    FakePasteboard pasteboard;
-    FakeSavePanel savePanel;
-    FakeMainQueue mainQueue;
-    NotificationCenter notifications;
-    FakeTelemetry telemetry;
     WallTime now{};
     std::unique_ptr<ScreenshotOverlayController> controller = makeController("app.glimmerly.Glimmerly");
 };

@@ -1,18 +1,11 @@
 #pragma once
 
-#include "base/NotificationCenter.h"
 #include "capture/permission/ScreenRecordingPermission.h"
 #include "settings/SettingsWindowController.h"
 #include "settings/updates/UpdaterViewModel.h"
-#include "tests/support/FakeApplication.h"
 #include "tests/support/FakeBugReports.h"
-#include "tests/support/FakeLinkOpener.h"
-#include "tests/support/FakeMainQueue.h"
-#include "tests/support/FakeScreenCapture.h"
-#include "tests/support/FakeScreenRecordingAccess.h"
-#include "tests/support/FakeStatusItem.h"
+#include "tests/support/FakeDesktop.h"
 #include "tests/support/FakeUpdates.h"
-#include "tests/support/LogCapture.h"
 #include "tests/support/RecorderServices.h"
 #include "tests/support/Widgets.h"
 
@@ -26,10 +19,10 @@
 namespace glimmerly {
 
 /// The window on a desktop that the test plays.
-struct SettingsFixture : testing::Test {
+struct SettingsFixture : testing::Test, FakeDesktop {
     void show() {
         controller.show();
-        queue.runAll();
+        mainQueue.runAll();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
         QApplication::setActiveWindow(&window);
     }
@@ -41,16 +34,9 @@ struct SettingsFixture : testing::Test {
     [[nodiscard]] std::vector<std::string> texts() const { return shownTexts(window); }
 
     LogCapture log;
-    FakeMainQueue queue;
-    FakeApplication application;
-    NotificationCenter notifications;
-    FakeScreenCapture screenCapture{queue};
-    FakeScreenRecordingAccess access;
-    ScreenRecordingPermission permission{access, screenCapture, 77};
+    ScreenRecordingPermission permission{screenRecording, screenCapture, 77};
     RecorderServices recorder;
-    FakeLinkOpener links;
     FakeBugReports bugReports;
-    FakeStatusItem statusItem;
     FakeUpdater updater;
     int checks = 0; ///< for updates
     FakeUpdaterController updaterController{updater, checks};
@@ -59,7 +45,7 @@ struct SettingsFixture : testing::Test {
                                                     .websiteURL = "https://site.example",
                                                     .donationURL = "https://site.example/donate"},
                                          .application = application,
-                                         .mainQueue = queue,
+                                         .mainQueue = mainQueue,
                                          .notifications = notifications,
                                          .recorder = recorder.services,
                                          .permission = permission,

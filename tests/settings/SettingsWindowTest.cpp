@@ -35,7 +35,7 @@ TEST_F(SettingsWindowTest, ComesBackTheSameInFrontOfEverything) {
     controller.show();
     EXPECT_EQ(announced, 1);
     EXPECT_EQ(application.activations, 0) << "on a later turn";
-    queue.runAll();
+    mainQueue.runAll();
     EXPECT_TRUE(window.isVisible());
     EXPECT_EQ(application.activations, 1);
     EXPECT_EQ(window.size(), QSize(720, 600).boundedTo(window.maximumSize()));
@@ -48,7 +48,7 @@ TEST_F(SettingsWindowTest, ComesBackTheSameInFrontOfEverything) {
     const auto size = window.size();
     window.setFixedSize(root.minimumSize()); // as on a display that was small
     controller.show();
-    queue.runAll();
+    mainQueue.runAll();
     EXPECT_TRUE(window.isVisible());
     EXPECT_EQ(window.size(), size);
     EXPECT_EQ(root.selectedPane(), SettingsPane::about);
@@ -76,7 +76,7 @@ TEST_F(SettingsWindowTest, NothingHidesTheSidebar) {
     };
     for (const auto& [way, hide] : ways) {
         hide();
-        queue.runAll();
+        mainQueue.runAll();
         EXPECT_TRUE(isWhole()) << way;
         EXPECT_EQ(column->width(), 200) << way;
         EXPECT_EQ(root.columnVisibility(), ColumnVisibility::all) << way;
@@ -90,14 +90,14 @@ TEST_F(SettingsWindowTest, ThePermissionIsFollowedWhileItIsOnTheScreen) {
     EXPECT_THAT(texts(),
                 ElementsAre("General", "SHORTCUTS", "Take screenshot", "PRIVACY", "Screen Recording",
                             "Granted", "Required to capture the display for the annotation overlay."));
-    access.granted = false;
+    screenRecording.granted = false;
     EXPECT_TRUE(QTest::qWaitFor([&] { return !general.screenCaptureGranted(); }, 1900));
     EXPECT_THAT(texts(), Contains("Not granted"));
     QTest::mouseClick(&button("Open System Settings…"), Qt::LeftButton);
-    EXPECT_EQ(access.settingsOpened, 1);
+    EXPECT_EQ(screenRecording.settingsOpened, 1);
     root.setSelectedPane(SettingsPane::about);
     EXPECT_FALSE(general.isPolling());
-    access.granted = true;
+    screenRecording.granted = true;
     root.setSelectedPane(SettingsPane::general);
     EXPECT_TRUE(general.isPolling());
     EXPECT_TRUE(general.screenCaptureGranted()) << "at once";
@@ -160,7 +160,7 @@ TEST_F(SettingsWindowTest, TheFormIsModalAndKeepsItsTextsWithTheWindow) {
     EXPECT_EQ(find<QLineEdit>("Title").text(), "It broke");
 
     QTest::keyClick(window.focusWidget(), Qt::Key_Escape);
-    queue.runAll();
+    mainQueue.runAll();
     EXPECT_FALSE(about.isShowingBugReportSheet());
     EXPECT_EQ(window.focusWidget(), &button("Report a bug"));
 }
@@ -186,7 +186,7 @@ TEST_F(SettingsWindowTest, WhatIsBelowTheFormLooksAsBeforeButIsOutOfReach) {
     updater.set(UpdaterFlag::canCheckForUpdates, true);
     root.setSelectedPane(SettingsPane::general);
     QTest::keyClick(window.focusWidget(), Qt::Key_Escape);
-    queue.runAll();
+    mainQueue.runAll();
     EXPECT_TRUE(window.focusWidget()->isVisible()) << "where the keyboard was is no longer to be seen";
     EXPECT_TRUE(window.focusWidget()->isEnabled());
     root.setSelectedPane(SettingsPane::about);

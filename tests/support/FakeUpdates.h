@@ -23,11 +23,9 @@ public:
         return observer;
     }
     void setAutomaticallyChecksForUpdates(bool checks) override {
-        ++settings;
         set(UpdaterFlag::automaticallyChecksForUpdates, checks);
     }
     void setAutomaticallyDownloadsUpdates(bool downloads) override {
-        ++settings;
         set(UpdaterFlag::automaticallyDownloadsUpdates, downloads);
     }
     /// As the updater itself does it.
@@ -42,7 +40,6 @@ public:
 
     std::map<UpdaterFlag, bool> values;
     std::vector<std::pair<UpdaterFlag, std::weak_ptr<std::function<void(bool)>>>> observers;
-    int settings = 0; ///< calls of the two setters
 };
 
 class FakeUpdaterController : public UpdaterController {

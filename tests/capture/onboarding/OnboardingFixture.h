@@ -2,13 +2,7 @@
 
 #include "capture/onboarding/PermissionsOnboardingModel.h"
 #include "capture/permission/ScreenRecordingPermission.h"
-#include "tests/support/FakeApplication.h"
-#include "tests/support/FakeMainQueue.h"
-#include "tests/support/FakePreferences.h"
-#include "tests/support/FakeScreenCapture.h"
-#include "tests/support/FakeScreenRecordingAccess.h"
-#include "tests/support/FakeTelemetry.h"
-#include "tests/support/LogCapture.h"
+#include "tests/support/FakeDesktop.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,8 +10,8 @@
 namespace glimmerly {
 
 /// A desktop that withholds the permission until the test grants it.
-struct OnboardingFixture : testing::Test {
-    OnboardingFixture() { access.granted = false; }
+struct OnboardingFixture : testing::Test, FakeDesktop {
+    OnboardingFixture() { screenRecording.granted = false; }
 
     [[nodiscard]] std::string storedAnswer() const {
         return preferences.data("hasCompletedPermissionsOnboarding").value_or("none");
@@ -32,17 +26,11 @@ struct OnboardingFixture : testing::Test {
     }
 
     LogCapture log;
-    FakeMainQueue queue;
-    FakeScreenCapture screenCapture{queue};
-    FakeScreenRecordingAccess access;
-    ScreenRecordingPermission permission{access, screenCapture, 77};
-    FakePreferences preferences;
-    FakeApplication application;
-    FakeTelemetry telemetry;
+    ScreenRecordingPermission permission{screenRecording, screenCapture, 77};
     PermissionsOnboardingServices services{.permission = permission,
                                            .preferences = preferences,
                                            .application = application,
-                                           .mainQueue = queue,
+                                           .mainQueue = mainQueue,
                                            .telemetry = telemetry};
 };
 

@@ -14,22 +14,22 @@ struct PermissionsOnboardingModelTest : OnboardingFixture {
 TEST_F(PermissionsOnboardingModelTest, LooksForThePermissionUntilItIsGranted) {
     model->setOnChange([this] { ++changes; });
     model->startPolling();
-    EXPECT_EQ(access.preflights, 1) << "at once";
+    EXPECT_EQ(screenRecording.preflights, 1) << "at once";
     model->poll();
-    EXPECT_EQ(access.preflights, 1) << "not within the timer's own call";
-    queue.runAll();
-    EXPECT_EQ(access.preflights, 2);
+    EXPECT_EQ(screenRecording.preflights, 1) << "not within the timer's own call";
+    mainQueue.runAll();
+    EXPECT_EQ(screenRecording.preflights, 2);
     EXPECT_TRUE(model->isPolling());
     EXPECT_EQ(changes, 0);
 
-    access.granted = true;
+    screenRecording.granted = true;
     model->poll();
-    queue.runAll();
+    mainQueue.runAll();
     EXPECT_TRUE(model->isGranted());
     EXPECT_FALSE(model->isPolling());
     EXPECT_EQ(changes, 1);
 
-    access.granted = false; // taken back before Continue
+    screenRecording.granted = false; // taken back before Continue
     model->continueTapped();
     EXPECT_FALSE(model->isGranted());
     EXPECT_TRUE(model->isPolling());
@@ -39,8 +39,8 @@ TEST_F(PermissionsOnboardingModelTest, APollThatOutlivesTheModelDoesNothing) {
     model->startPolling();
     model->poll();
     model.reset();
-    queue.runAll();
-    EXPECT_EQ(access.preflights, 1);
+    mainQueue.runAll();
+    EXPECT_EQ(screenRecording.preflights, 1);
 }
 
 TEST_F(PermissionsOnboardingModelTest, ContinueWithoutThePermissionExplainsOnceHoweverOften) {
@@ -57,7 +57,7 @@ TEST_F(PermissionsOnboardingModelTest, ContinueWithoutThePermissionExplainsOnceH
         EXPECT_EQ(application.activations, press);
         EXPECT_TRUE(model->isPolling());
     }
-    EXPECT_EQ(access.preflights, 4) << "each press probes before and after";
+    EXPECT_EQ(screenRecording.preflights, 4) << "each press probes before and after";
     EXPECT_EQ(preferences.writes, 0);
     EXPECT_TRUE(telemetry.events.empty());
     model->startPolling();
@@ -68,7 +68,7 @@ TEST_F(PermissionsOnboardingModelTest, ContinueWithThePermissionEndsTheOnboardin
     int closed = 0;
     model->setOnContinueGranted([&closed] { ++closed; });
     model->startPolling();
-    access.granted = true;
+    screenRecording.granted = true;
     model->continueTapped();
     EXPECT_EQ(closed, 1);
     EXPECT_FALSE(model->isPolling());
@@ -78,10 +78,10 @@ TEST_F(PermissionsOnboardingModelTest, ContinueWithThePermissionEndsTheOnboardin
 
 TEST_F(PermissionsOnboardingModelTest, TheSettingsButtonAsksForAccessAndLooksAgain) {
     model->startPolling();
-    access.granted = true;
+    screenRecording.granted = true;
     model->openSystemSettings();
     EXPECT_THAT(events(), ElementsAre("permission_open_system_settings"));
-    EXPECT_EQ(access.settingsOpened, 1);
+    EXPECT_EQ(screenRecording.settingsOpened, 1);
     EXPECT_EQ(log.withMessage("Requesting screen capture access via ScreenCaptureKit").size(), 1u);
     EXPECT_TRUE(model->isGranted());
     EXPECT_FALSE(model->isPolling());
@@ -91,12 +91,12 @@ TEST_F(PermissionsOnboardingModelTest, ReopeningEndsThisProcessOnlyOnceTheNewOne
     model->quitAndReopen();
     ASSERT_EQ(application.newInstances.size(), 1u);
     application.newInstances.front()(Error("start", 2, "no such program"));
-    queue.runAll();
+    mainQueue.runAll();
     EXPECT_EQ(application.terminations, 0);
     application.newInstances.front()(std::nullopt);
     EXPECT_EQ(application.terminations, 0);
     model.reset();
-    queue.runAll();
+    mainQueue.runAll();
     EXPECT_EQ(application.terminations, 1);
 }
 

@@ -26,7 +26,7 @@ struct PermissionsWindowControllerTest : OnboardingFixture {
 };
 
 TEST_F(PermissionsWindowControllerTest, WithThePermissionNothingIsShown) {
-    access.granted = true;
+    screenRecording.granted = true;
     controller.showIfNeeded();
     EXPECT_FALSE(window.isVisible());
     EXPECT_FALSE(controller.model().isPolling());
@@ -59,15 +59,15 @@ TEST_F(PermissionsWindowControllerTest, KeysWorkWhateverHasTheFocus) {
     show();
     button("Open System Settings…").setFocus();
     QTest::keyClick(window.focusWidget(), Qt::Key_Return);
-    EXPECT_EQ(access.settingsOpened, 0);
+    EXPECT_EQ(screenRecording.settingsOpened, 0);
     EXPECT_TRUE(window.isVisible());
     EXPECT_NE(shownTexts(window).back().find("Screen Recording is still off."), std::string::npos);
     QTest::keyClick(window.focusWidget(), Qt::Key_Escape);
     EXPECT_EQ(application.newInstances.size(), 1u);
     EXPECT_TRUE(window.isVisible());
     QTest::keyClick(window.focusWidget(), Qt::Key_Space);
-    EXPECT_EQ(access.settingsOpened, 1);
-    access.granted = true;
+    EXPECT_EQ(screenRecording.settingsOpened, 1);
+    screenRecording.granted = true;
     QTest::keyClick(window.focusWidget(), Qt::Key_Enter);
     EXPECT_FALSE(window.isVisible());
 }

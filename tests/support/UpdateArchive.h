@@ -14,6 +14,10 @@
 
 namespace glimmerly {
 
+inline std::span<const std::byte> bytesOf(const std::string& text) {
+    return std::as_bytes(std::span(text));
+}
+
 /// One entry of an archive, whatever it may be.
 struct TestEntry {
     std::string path;

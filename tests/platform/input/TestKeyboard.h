@@ -3,10 +3,11 @@
 #include "platform/VirtualKeyCodes.h"
 #include "platform/x11/X11KeyboardExtension.h"
 #include "platform/x11/X11ServerTime.h"
+#include "tests/support/desktop/Robot.h"
 
-#include <xcb/xtest.h>
-
+#include <algorithm>
 #include <cstdlib>
+#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -30,29 +31,28 @@ public:
         lock(0, 0);
     }
 
-    void down(std::int64_t key) { fake(XCB_KEY_PRESS, key); }
-    void up(std::int64_t key) { fake(XCB_KEY_RELEASE, key); }
-    void tap(std::int64_t key) { tap({}, key); }
+    void down(std::int64_t key) const { robot_.press(place(key)); }
+    void up(std::int64_t key) const { robot_.release(place(key)); }
+    void tap(std::int64_t key) const { tap({}, key); }
     /// While `modifiers` are held.
-    void tap(const std::vector<std::int64_t>& modifiers, std::int64_t key) {
-        for (const auto modifier : modifiers)
-            down(modifier);
-        down(key);
-        up(key);
-        for (const auto modifier : modifiers)
-            up(modifier);
+    void tap(const std::vector<std::int64_t>& modifiers, std::int64_t key) const {
+        std::vector<Key> keys;
+        std::ranges::transform(modifiers, std::back_inserter(keys), place);
+        keys.push_back(place(key));
+        robot_.type(keys);
     }
 
     /// Sets exactly these modifiers as locked, and the keyboard group.
     void lock(std::uint8_t modifiers, std::uint8_t group) {
-        xcb_xkb_latch_lock_state(get(), XCB_XKB_ID_USE_CORE_KBD, 0xFF, modifiers, 1, group, 0, 0, 0);
+        xcb_xkb_latch_lock_state(connection_->get(), XCB_XKB_ID_USE_CORE_KBD, 0xFF, modifiers, 1, group, 0, 0,
+                                 0);
         connection_->sync();
     }
     /// The server's clock, in milliseconds.
     [[nodiscard]] xcb_timestamp_t time() const { return serverTime(*connection_); }
     [[nodiscard]] bool isDown(std::int64_t key) const {
-        const XcbOwned<xcb_query_keymap_reply_t> keymap(
-            xcb_query_keymap_reply(get(), xcb_query_keymap(get()), nullptr));
+        const Reply<xcb_query_keymap_reply_t> keymap(
+            xcb_query_keymap_reply(client_.get(), xcb_query_keymap(client_.get()), nullptr));
         const xcb_keycode_t code = keycode(key);
         return (keymap->keys[code / 8] & (1U << (code % 8))) != 0;
     }
@@ -69,12 +69,10 @@ public:
     }
 
 private:
-    [[nodiscard]] xcb_connection_t* get() const { return connection_->get(); }
-    void fake(std::uint8_t type, std::int64_t key) {
-        xcb_test_fake_input(get(), type, keycode(key), XCB_CURRENT_TIME, connection_->root(), 0, 0, 0);
-        connection_->sync();
-    }
+    static Key place(std::int64_t key) { return static_cast<Key>(keycode(key)); }
     std::unique_ptr<X11Connection> connection_;
+    XClient client_{{}};
+    Robot robot_{client_};
 };
 
 } // namespace glimmerly

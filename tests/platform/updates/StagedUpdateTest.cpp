@@ -22,10 +22,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::span<const std::byte> bytesOf(const std::string& text) {
-    return std::as_bytes(std::span(text));
-}
-
 class StagedUpdateTest : public testing::Test {
 protected:
     StagedUpdateTest() {

@@ -11,10 +11,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::span<const std::byte> bytesOf(const std::string& text) {
-    return std::as_bytes(std::span(text));
-}
-
 Result<void> unpack(const std::string& archive, const fs::path& folder, const std::stop_token& stop = {}) {
     fs::create_directories(folder);
     auto unpacked = UnpackedFolder::open(folder, stop);

@@ -126,18 +126,6 @@ TEST_F(ScreenshotOverlayWorkflowTest, TellsOfEachRequestAndHowItEnded) {
                                     {"error_code", 42}}}}));
 }
 
-TEST_F(ScreenshotOverlayWorkflowTest, ClosesAnOpenOverlayBeforeTheNewCapture) {
-    workflow.requestScreenshot(ScreenshotRequestSource::hotkey);
-    queue.runAll();
-    const auto first = overlay.shown;
-    workflow.requestScreenshot(ScreenshotRequestSource::hotkey);
-    EXPECT_TRUE(overlay.shown.empty());
-    EXPECT_FALSE(std::filesystem::exists(first));
-    queue.runAll();
-    EXPECT_NE(overlay.shown, first);
-    EXPECT_EQ(files().size(), 1U);
-}
-
 TEST_F(ScreenshotOverlayWorkflowTest, ShowsOnlyTheNewestHoweverTheyFinish) {
     const auto first = startCapture();
     const auto second = startCapture();

@@ -34,12 +34,6 @@ TEST_F(HotkeySettingsTest, StartWithTheDefaultAndStoreIt) {
     EXPECT_TRUE(log.records().empty());
 }
 
-TEST_F(HotkeySettingsTest, KeepWhatWasStored) {
-    store("[49,9]");
-    EXPECT_EQ(HotkeySettings(preferences, notifications).keyCombination(), controlCommandSpace);
-    EXPECT_EQ(stored(), "[49,9]");
-}
-
 TEST_F(HotkeySettingsTest, ReplaceACorruptValueAndLogItOnce) {
     for (const char* corrupt : {"[49]", "no JSON", "", "[\"a\",1]"}) {
         const LogCapture lines;

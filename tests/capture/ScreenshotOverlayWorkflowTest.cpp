@@ -188,13 +188,5 @@ TEST_F(ScreenshotOverlayWorkflowTest, AFailureOfTheCurrentRequestEndsItsSession)
     EXPECT_TRUE(files().empty());
 }
 
-TEST_F(ScreenshotOverlayWorkflowTest, TheDurationOfAClockSetBackIsNone) {
-    const auto first = startCapture();
-    startCapture();
-    now -= std::chrono::hours(1);
-    succeed(first);
-    EXPECT_EQ(log.withMessage(discarded).at(0).metadata->at("duration_ms"), "0");
-}
-
 } // namespace
 } // namespace glimmerly

@@ -12,7 +12,6 @@ namespace glimmerly {
 namespace {
 
 using namespace event_modifier;
-using testing::IsEmpty;
 using testing::SizeIs;
 
 constexpr KeyCombination space{KeyCode{49}, Modifiers::control | Modifiers::option | Modifiers::command};
@@ -23,23 +22,6 @@ protected:
     RecorderServices desktop;
     std::optional<HotkeyRecorderModel> model{desktop.services};
 };
-
-TEST_F(HotkeyRecorderModelTest, RecordsACombinationAndRegistersIt) {
-    model->startRecording();
-    model->startRecording();
-    EXPECT_EQ(desktop.events.monitorCount(), 1U);
-    EXPECT_EQ(desktop.events.lastMask, 1024U);
-    EXPECT_THAT(desktop.registered(), IsEmpty());
-
-    EXPECT_FALSE(desktop.events.press(recorder_key::controlOptionCommandSpace));
-    EXPECT_FALSE(model->isRecording());
-    EXPECT_EQ(desktop.events.monitorCount(), 0U);
-    EXPECT_EQ(desktop.settings.keyCombination(), space);
-    EXPECT_EQ(desktop.preferences.data(HotkeySettings::defaultsKey), "[49,11]");
-    ASSERT_THAT(desktop.registered(), SizeIs(1));
-    EXPECT_EQ(desktop.registered()[0].keyCode, 49U);
-    EXPECT_TRUE(desktop.events.press(recorder_key::escape)) << "nothing is kept any more";
-}
 
 TEST_F(HotkeyRecorderModelTest, OnlyAKeyWithControlOptionOrCommandWillDo) {
     struct Case {

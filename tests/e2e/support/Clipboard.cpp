@@ -6,19 +6,9 @@
 
 #include <bit>
 #include <fstream>
-#include <sstream>
 #include <stdexcept>
 
 namespace glimmerly::e2e {
-
-std::vector<std::string> Clipboard::targets() const {
-    std::vector<std::string> names;
-    std::istringstream lines(
-        desktop_.outputOf({"xclip", "-selection", "clipboard", "-t", "TARGETS", "-o"}).value_or(""));
-    for (std::string name; std::getline(lines, name);)
-        names.push_back(name);
-    return names;
-}
 
 std::optional<Bitmap> Clipboard::picture() const {
     const auto bytes = desktop_.outputOf({"xclip", "-selection", "clipboard", "-t", "image/png", "-o"});

@@ -5,7 +5,6 @@
 
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace glimmerly::e2e {
 
@@ -14,7 +13,6 @@ class Clipboard {
 public:
     explicit Clipboard(const Desktop& desktop) : desktop_(desktop) {}
 
-    [[nodiscard]] std::vector<std::string> targets() const;
     /// The image/png that lies there; none when there is no such thing or it is no picture.
     [[nodiscard]] std::optional<Bitmap> picture() const;
     /// Puts `text` there from another program, which stays its owner.

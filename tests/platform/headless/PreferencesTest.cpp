@@ -47,11 +47,6 @@ TEST_F(QtPreferencesTest, KeepTheContractAsTheFakeDoes) {
     expectContract(fake);
 }
 
-TEST_F(QtPreferencesTest, LieInTheConfigurationDirectory) {
-    const ScopedEnvironment config("XDG_CONFIG_HOME", "/somewhere");
-    EXPECT_EQ(preferencesFile(), "/somewhere/app.glimmerly.Glimmerly/preferences.ini");
-}
-
 TEST_F(QtPreferencesTest, AreOnDiskAtOnceInTheFormThatOthersRead) {
     QtPreferences preferences(file);
     preferences.setData("screenshotGlobalHotkey", "[0,12]");

@@ -52,12 +52,6 @@ TEST(PngEncoder, EveryPremultipliedValueSurvives) {
     EXPECT_EQ(PngDecoder::over(encodePng(all, PngProfile::quick)->span())->decode().value(), all);
 }
 
-TEST(PngEncoder, ReadsTheRowsOfAView) {
-    const Bitmap whole = testPicture({100, 80}, Alpha::opaque);
-    const Bitmap part = whole.view({13, 7, 50, 60});
-    EXPECT_EQ(PngDecoder::over(encodePng(part, PngProfile::quick)->span())->decode().value(), part);
-}
-
 TEST(PngEncoder, NoiseGrowsLittleAndFlatColourShrinksToNothing) {
     Bitmap noise({700, 500});
     Bitmap flat({3840, 2160});

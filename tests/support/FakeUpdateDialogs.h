@@ -34,8 +34,9 @@ public:
         acknowledge = std::move(cancelled);
     }
     void showProgress(DownloadProgress now) override { progress = now; }
-    void showReady(const AppcastItem&, Prominence how, std::function<void(ReadyAnswer)> answer) override {
-        shown = "ready";
+    void showReady(const AppcastItem&, ReadyNews news, Prominence how,
+                   std::function<void(ReadyAnswer)> answer) override {
+        shown = news == ReadyNews::accepted ? "ready" : "ready, unheard of";
         prominence = how;
         ready = std::move(answer);
     }

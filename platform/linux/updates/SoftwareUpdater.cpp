@@ -94,6 +94,8 @@ void SoftwareUpdater::setAutomaticallyChecksForUpdates(bool checks) {
 void SoftwareUpdater::setAutomaticallyDownloadsUpdates(bool downloads) {
     services_.schedule.setUserWantsDownloads(downloads);
     flags_.set(UpdaterFlag::automaticallyDownloadsUpdates, downloads);
+    if (!downloads && phase_ == Phase::downloading && initiator_ == CheckInitiator::schedule)
+        abort(updateError(UpdateErrorCode::cancelledByUser), Telling::delegateOnly);
 }
 
 void SoftwareUpdater::checkForUpdates() {
@@ -213,6 +215,7 @@ void SoftwareUpdater::prepared(const Result<void>& outcome) {
     if (!outcome)
         return notPrepared(outcome.error());
     enter(Phase::ready);
+    readyNews_ = initiator_ == CheckInitiator::user ? ReadyNews::accepted : ReadyNews::unheardOf;
     // Minutes after the click: who types elsewhere by now must not press its button.
     showReady(Prominence::quiet);
 }
@@ -230,16 +233,22 @@ void SoftwareUpdater::notPrepared(const Error& error) {
 }
 
 void SoftwareUpdater::showReady(Prominence prominence) {
-    services_.dialogs.showReady(*item_, prominence, [this](ReadyAnswer answer) {
-        if (answer == ReadyAnswer::installAndRelaunch)
-            installAndOpen([this](const auto& error) {
-                if (!error)
-                    services_.mainQueue.post(
-                        [&application = services_.application] { application.terminate(); });
-            });
-        else
-            services_.dialogs.close(); // it is installed when the program ends
-    });
+    services_.dialogs.showReady(*item_, readyNews_, prominence,
+                                [this](ReadyAnswer answer) { readyAnswered(answer); });
+}
+
+void SoftwareUpdater::readyAnswered(ReadyAnswer answer) {
+    if (answer == ReadyAnswer::installAndRelaunch)
+        return installAndOpen([this](const auto& error) {
+            if (!error)
+                services_.mainQueue.post([&application = services_.application] { application.terminate(); });
+        });
+    services_.dialogs.close();
+    if (answer == ReadyAnswer::later)
+        return; // it is installed when the program ends
+    services_.schedule.setSkippedVersion(item_->version);
+    services_.work->cancel();
+    enter(Phase::idle);
 }
 
 void SoftwareUpdater::installAndOpen(RelaunchCompletion completion) {

@@ -88,6 +88,7 @@ private:
     void prepared(const Result<void>& outcome);
     void notPrepared(const Error& error);
     void showReady(Prominence prominence);
+    void readyAnswered(ReadyAnswer answer);
     void installAndOpen(RelaunchCompletion completion);
     void takeBack(const Error& error);
 
@@ -107,7 +108,8 @@ private:
     CheckInitiator initiator_ = CheckInitiator::schedule; ///< of the update at hand
     DownloadProgress progress_;
     std::optional<AppcastItem> item_; ///< that is offered, downloaded or ready
-    std::string unusableVersion_;     ///< that could not be made ready in the background
+    ReadyNews readyNews_ = ReadyNews::accepted;
+    std::string unusableVersion_; ///< that could not be made ready in the background
 };
 
 } // namespace glimmerly

@@ -11,11 +11,14 @@ namespace glimmerly {
 
 enum class UpdateAnswer { install, later, skip, openDownloadPage };
 enum class ErrorAnswer { acknowledged, openDownloadPage };
-enum class ReadyAnswer { installAndRelaunch, later };
+enum class ReadyAnswer { installAndRelaunch, later, skip };
 enum class PermissionAnswer { check, doNotCheck };
 
 /// Whether a dialog takes the keyboard, as one that the user asked for does.
 enum class Prominence { inFront, quiet };
+
+/// Whether the user has accepted the version that is ready, or hears of it only now.
+enum class ReadyNews { accepted, unheardOf };
 
 /// A newer version, as it is told to the user.
 struct OfferedUpdate {
@@ -39,7 +42,7 @@ public:
     virtual void showDownloading(const AppcastItem& item, std::function<void()> cancel) = 0;
     /// While downloading.
     virtual void showProgress(DownloadProgress progress) = 0;
-    virtual void showReady(const AppcastItem& item, Prominence prominence,
+    virtual void showReady(const AppcastItem& item, ReadyNews news, Prominence prominence,
                            std::function<void(ReadyAnswer)> answer) = 0;
     virtual void showInstalling(const AppcastItem& item) = 0;
     /// The download page is among the answers where the update can be installed by hand.

@@ -341,13 +341,13 @@ TEST_F(SoftwareUpdaterTest, DownloadsInTheBackgroundAndInstallsWithAClickOrAtThe
     ASSERT_TRUE(work.prepared);
     EXPECT_FALSE(canCheck());
     work.prepared({});
-    EXPECT_EQ(dialogs.shown, "ready");
+    EXPECT_EQ(dialogs.shown, "ready, unheard of");
     EXPECT_EQ(dialogs.prominence, Prominence::quiet);
     dialogs.ready(ReadyAnswer::later);
     EXPECT_EQ(dialogs.shown, "nothing");
     EXPECT_TRUE(canCheck());
     updater->checkForUpdates();
-    EXPECT_EQ(dialogs.shown, "ready");
+    EXPECT_EQ(dialogs.shown, "ready, unheard of");
     EXPECT_EQ(work.installs, 0);
     work.installOutcome = failure(updateError(UpdateErrorCode::notInstalled));
     updater->applicationWillTerminate();
@@ -375,6 +375,29 @@ TEST_F(SoftwareUpdaterTest, WhatTheBackgroundCannotMakeReadyIsOfferedAndNotFetch
         dialogs.offer(UpdateAnswer::later);
     }
     EXPECT_EQ(delegate.aborted, std::vector<int>{4001});
+}
+
+TEST_F(SoftwareUpdaterTest, WhatTheBackgroundFetchesCanBeSkippedOrSwitchedOff) {
+    userAllowedChecks();
+    launch();
+    updater->setAutomaticallyDownloadsUpdates(true);
+    ASSERT_TRUE(checksByItself());
+    work.fed({{itemOf("2")}});
+    updater->setAutomaticallyDownloadsUpdates(false);
+    EXPECT_EQ(std::exchange(work.cancellations, 0), 1);
+    EXPECT_TRUE(canCheck());
+    updater->setAutomaticallyDownloadsUpdates(true);
+    now += 25h;
+    launch();
+    ASSERT_TRUE(checksByItself());
+    work.fed({{itemOf("2")}});
+    work.prepared({});
+    dialogs.ready(ReadyAnswer::skip);
+    EXPECT_EQ(dialogs.shown, "nothing");
+    EXPECT_EQ(work.cancellations, 1);
+    EXPECT_EQ(schedule.skippedVersion(), "2");
+    updater->applicationWillTerminate();
+    EXPECT_EQ(work.installs, 0);
 }
 
 TEST_F(SoftwareUpdaterTest, WithoutFeedOrKeySaysSoOnceAndDoesNothing) {

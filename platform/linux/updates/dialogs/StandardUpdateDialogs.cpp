@@ -141,18 +141,20 @@ void StandardUpdateDialogs::showProgress(DownloadProgress progress) {
         window_->setProgress(progress);
 }
 
-void StandardUpdateDialogs::showReady(const AppcastItem& item, Prominence prominence,
+void StandardUpdateDialogs::showReady(const AppcastItem& item, ReadyNews news, Prominence prominence,
                                       std::function<void(ReadyAnswer)> answer) {
-    const auto later = giving(answer, ReadyAnswer::later);
-    shownWindow().showPage(
-        {.title = versionName(item) + " is ready to install",
-         .message = QString("%1 ends and starts again as the new version. Otherwise it is installed when you "
-                            "quit.")
-                        .arg(name_),
-         .buttons = {{"Later", later},
-                     {"Install and relaunch", giving(answer, ReadyAnswer::installAndRelaunch)}},
-         .dismiss = later},
-        prominence);
+    const bool isNews = news == ReadyNews::unheardOf;
+    UpdatePage page{.title = versionName(item) + " is ready to install",
+                    .message = QString("%1 ends and starts again as the new version. Otherwise it is "
+                                       "installed when you quit.")
+                                   .arg(name_),
+                    .notes = isNews ? &item : nullptr,
+                    .dismiss = giving(answer, ReadyAnswer::later)};
+    if (isNews && item.urgency != Urgency::critical)
+        page.buttons.push_back({"Skip this version", giving(answer, ReadyAnswer::skip)});
+    page.buttons.push_back({"Later", page.dismiss});
+    page.buttons.push_back({"Install and relaunch", giving(answer, ReadyAnswer::installAndRelaunch)});
+    shownWindow().showPage(page, prominence);
 }
 
 void StandardUpdateDialogs::showInstalling(const AppcastItem& item) {

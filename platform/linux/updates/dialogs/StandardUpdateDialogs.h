@@ -26,7 +26,7 @@ public:
                        std::function<void(UpdateAnswer)> answer) override;
     void showDownloading(const AppcastItem& item, std::function<void()> cancel) override;
     void showProgress(DownloadProgress progress) override;
-    void showReady(const AppcastItem& item, Prominence prominence,
+    void showReady(const AppcastItem& item, ReadyNews news, Prominence prominence,
                    std::function<void(ReadyAnswer)> answer) override;
     void showInstalling(const AppcastItem& item) override;
     void showError(const Error& error, std::function<void(ErrorAnswer)> answer) override;

@@ -47,7 +47,7 @@ TEST_F(OverlayCaptureBackingImageTest, RepeatsTheEdgesToTheCanvasHeight) {
         {"one point on each side at 2x", {6, 20}, 12, 2, 2, 2},
         {"a fraction of a row", {5, 10}, 10, 1.25, 1, 2},
         {"half a row more", {2, 1080}, 1080 / 1.75 + 2, 1.75, 2, 2},
-        {"a hair more than a row", {2, 1081}, 1081 / 1.5 + 2, 1.5, 1, 2},
+        {"three rows and a hair of rounding", {2, 766}, 766 / 1.5 + 2, 1.5, 1, 2},
         {"tall enough", {5, 10}, 10, 1, 0, 0},
         {"taller than needed", {5, 30}, 10, 1, 0, 0},
         {"thin and tall", {1, 300}, 302, 1, 1, 1},

@@ -8,7 +8,9 @@
 #include <QCompleter>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileIconProvider>
 #include <QFileInfo>
+#include <QMimeDatabase>
 #include <QPointer>
 #include <QStandardPaths>
 
@@ -49,6 +51,22 @@ std::optional<Alert> objectionTo(const QFileInfo& file) {
         return alert(QString("“%1” is a folder.").arg(file.fileName()), "Choose another name.");
     return std::nullopt;
 }
+
+/// Tells what files are by their names. Qt looks into each to find out, on the main thread: a folder far
+/// away, or a file that nobody writes to, would hold the panel up.
+class NamesAlone : public QFileIconProvider {
+public:
+    QIcon icon(const QFileInfo& file) const override {
+        return QFileIconProvider::icon(file.isDir() ? Folder : File);
+    }
+    QString type(const QFileInfo& file) const override {
+        return file.isDir() ? QString("Folder")
+                            : types_.mimeTypeForFile(file, QMimeDatabase::MatchExtension).comment();
+    }
+
+private:
+    QMimeDatabase types_;
+};
 
 /// Goes away only with an answer by which the picture can be saved: the panel has the last that is left of
 /// it. Modal to no other window, and neither is what it asks: an overlay may open meanwhile.
@@ -107,7 +125,9 @@ private:
 } // namespace
 
 SavePanelAnswer QtSavePanel::runModal(const SavePanelRequest& request) {
+    NamesAlone icons; // outlives the panel
     Panel panel;
+    panel.setIconProvider(&icons);
     panel.setAcceptMode(QFileDialog::AcceptSave);
     panel.setFileMode(QFileDialog::AnyFile);
     panel.setMimeTypeFilters({"image/png"});

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
+#include <ranges>
 #include <thread>
 #include <utility>
 
@@ -97,8 +98,9 @@ void QtApplication::activateIgnoringOtherApps() {
     QWindow* wanted = QGuiApplication::focusWindow();
     if (wanted == nullptr || !canComeForward(wanted)) {
         const auto windows = QGuiApplication::topLevelWindows();
-        const auto newest = std::find_if(windows.rbegin(), windows.rend(), canComeForward);
-        wanted = newest == windows.rend() ? nullptr : *newest;
+        const auto newestFirst = std::views::reverse(windows);
+        const auto newest = std::ranges::find_if(newestFirst, canComeForward);
+        wanted = newest == newestFirst.end() ? nullptr : *newest;
     }
     if (wanted == nullptr)
         return;

@@ -37,7 +37,7 @@ protected:
         canvas.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&canvas));
         moveTo(outside);
-        const auto note = [this](const char* what) { return [this, what] { reports.push_back(what); }; };
+        const auto note = [this](const char* what) { return [this, what] { reports.emplace_back(what); }; };
         toolbar.onHandleDragStateChanged = [this](bool isDragging) {
             reports.emplace_back(isDragging ? "drag" : "drop");
         };

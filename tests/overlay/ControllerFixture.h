@@ -13,12 +13,14 @@ namespace glimmerly {
 
 /// A controller on a desktop of fakes, and a user who selects.
 class ControllerFixture : public testing::Test, protected FakeDesktop {
-protected:
-    ControllerFixture() { screens = FakeScreens({FakeScreens::display(picture.size())}); }
+public:
     ~ControllerFixture() override {
         controller.reset();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
+
+protected:
+    ControllerFixture() { screens = FakeScreens({FakeScreens::display(picture.size())}); }
 
     /// The file of a capture of the display.
     std::filesystem::path newCapture(const std::string& name = "glimmerly-capture-1.png") {

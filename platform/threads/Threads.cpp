@@ -13,15 +13,16 @@ namespace glimmerly {
 namespace {
 
 constexpr std::size_t nameCapacity = 16; // the kernel's, with the terminating zero
-constexpr int utilityNiceness = 5;
+constexpr int stepBack = 5; // of niceness
 
 } // namespace
 
 void becomeUtilityThread(const std::string& label) {
     const std::string name = label.substr(label.rfind('.') + 1).substr(0, nameCapacity - 1);
     ::pthread_setname_np(::pthread_self(), name.c_str());
-    // On Linux niceness belongs to the thread, not to the process.
-    ::setpriority(PRIO_PROCESS, static_cast<id_t>(::gettid()), utilityNiceness);
+    // On Linux niceness belongs to the thread, not to the process. The main thread's may be other than 0.
+    const auto thread = static_cast<id_t>(::gettid());
+    ::setpriority(PRIO_PROCESS, thread, ::getpriority(PRIO_PROCESS, thread) + stepBack);
 }
 
 std::string threadLabel() {

@@ -13,7 +13,7 @@ namespace glimmerly {
 namespace {
 
 constexpr std::size_t nameCapacity = 16; // the kernel's, with the terminating zero
-constexpr int stepBack = 5; // of niceness
+constexpr int stepBack = 5;              // of niceness
 
 } // namespace
 

@@ -4,7 +4,6 @@
 #include "platform/http/HttpDownload.h"
 #include "platform/linux/updates/UpdateError.h"
 #include "platform/linux/updates/feed/VersionOrder.h"
-#include "platform/linux/updates/install/MappedFile.h"
 #include "platform/threads/Threads.h"
 
 #include <chrono>
@@ -160,14 +159,13 @@ Result<void> UpdateWorker::unpack(const AppcastItem& item, const ArrivingArchive
     if (archive.size() != item.enclosure.length)
         return updateFailure(UpdateErrorCode::signatureInvalid,
                              Error("GlimmerlyUpdate", 0, "The archive is shorter than announced."));
-    const auto mapped = MappedFile::of(archive.file(), archive.size());
-    if (!mapped)
-        return updateFailure(UpdateErrorCode::archiveUnusable, mapped.error());
-    // What is unpacked are the very bytes whose signature was right.
-    if (!options_.key.hasSigned(mapped->bytes(), item.enclosure.signature))
+    const auto bytes = archive.read();
+    if (!bytes)
+        return updateFailure(UpdateErrorCode::archiveUnusable, bytes.error());
+    if (!options_.key.hasSigned(bytes->span(), item.enclosure.signature))
         return updateFailure(UpdateErrorCode::signatureInvalid,
                              Error("GlimmerlyUpdate", 1, "The archive’s signature is wrong."));
-    if (auto unpacked = staged.unpack(mapped->bytes(), stop); !unpacked)
+    if (auto unpacked = staged.unpack(bytes->span(), stop); !unpacked)
         return updateFailure(UpdateErrorCode::archiveUnusable, unpacked.error());
     if (staged.version() != item.version)
         return updateFailure(

@@ -1,7 +1,6 @@
 #include "platform/linux/updates/install/StagedUpdate.h"
 
 #include "platform/linux/updates/archive/UnpackedFolder.h"
-#include "platform/linux/updates/install/MappedFile.h"
 #include "platform/linux/updates/install/SelfCheck.h"
 #include "platform/linux/updates/install/TrialStart.h"
 #include "tests/support/ScratchDirectory.h"
@@ -51,8 +50,8 @@ TEST_F(StagedUpdateTest, PutsTheNewVersionInPlaceAndKeepsTheOldUntilTheNextStart
         ASSERT_TRUE(arriving);
         for (const char& byte : archive)
             ASSERT_TRUE(arriving->add(std::as_bytes(std::span(&byte, 1))));
-        const auto mapped = MappedFile::of(arriving->file(), arriving->size());
-        ASSERT_TRUE(mapped && staged->unpack(mapped->bytes()));
+        const auto arrived = arriving->read();
+        ASSERT_TRUE(arrived && staged->unpack(arrived->span()));
         EXPECT_EQ(staged->version(), "2");
         EXPECT_EQ(installedVersion(), "1");
         ASSERT_TRUE(staged->install());

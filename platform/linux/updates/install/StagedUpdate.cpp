@@ -12,6 +12,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <new>
 
 namespace glimmerly {
 
@@ -59,6 +60,21 @@ Result<void> ArrivingArchive::add(std::span<const std::byte> bytes) {
     auto written = writeAt(file_, bytes, size_);
     size_ += bytes.size();
     return written;
+}
+
+Result<ByteBuffer> ArrivingArchive::read() const {
+    constexpr auto purpose = "Reading the update";
+    try {
+        ByteBuffer bytes(size_);
+        const auto count = readAt(file_, bytes.span(), 0);
+        if (!count)
+            return failure(count.error());
+        if (*count < bytes.size())
+            return failure(Error::posix(EIO, purpose));
+        return bytes;
+    } catch (const std::bad_alloc&) {
+        return failure(Error::posix(ENOMEM, purpose));
+    }
 }
 
 Result<StagedUpdate> StagedUpdate::begin(const InstalledFolder& installed) {

@@ -2,6 +2,7 @@
 
 #include "platform/linux/updates/install/InstalledFolder.h"
 #include "platform/linux/updates/install/UpdateSlot.h"
+#include "platform/memory/ByteBuffer.h"
 
 #include <cstdint>
 #include <span>
@@ -16,7 +17,9 @@ public:
 
     [[nodiscard]] Result<void> add(std::span<const std::byte> bytes);
     [[nodiscard]] std::uint64_t size() const { return size_; }
-    [[nodiscard]] const FileDescriptor& file() const { return file_; }
+    /// All that has arrived, in memory: what is checked there and then unpacked are the same bytes, and a
+    /// disk that fails is an error.
+    [[nodiscard]] Result<ByteBuffer> read() const;
 
 private:
     explicit ArrivingArchive(FileDescriptor file) : file_(std::move(file)) {}

@@ -145,7 +145,7 @@ TEST(Updating, ANewVersionThatDoesNotStartGivesWayToTheOldOneWhichSaysSo) {
             program = installation.start(endOfNewVersion); // which waits until one of them has started
         }
         if (std::string_view(version) == "1.0") {
-            ASSERT_TRUE(installation.accept(didNotWork));
+            ASSERT_TRUE(waitUntil([&] { return installation.isShown(didNotWork); }));
             ASSERT_TRUE(program->waitForLog(failed, lines + 1));
             EXPECT_EQ(program->log(failed).back()["metadata"]["errorCode"], "4006");
         }

@@ -41,7 +41,8 @@ public:
         ready = std::move(answer);
     }
     void showInstalling(const AppcastItem&) override { shown = "installing"; }
-    void showError(const Error& error, std::function<void(ErrorAnswer)> answer) override {
+    void showError(const Error& error, Prominence how, std::function<void(ErrorAnswer)> answer) override {
+        prominence = how;
         shown = "error " + std::to_string(error.code());
         acknowledge = [answer] { answer(ErrorAnswer::acknowledged); };
         choosePage = [answer] { answer(ErrorAnswer::openDownloadPage); };

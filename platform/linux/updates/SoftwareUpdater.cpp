@@ -4,6 +4,7 @@
 #include "platform/MainQueue.h"
 #include "platform/linux/updates/UpdateError.h"
 #include "platform/linux/updates/feed/UpdateChoice.h"
+#include "platform/linux/updates/feed/VersionOrder.h"
 
 #include <QSysInfo>
 #include <QUrl>
@@ -29,8 +30,10 @@ void SoftwareUpdater::start() {
     (void)noteReplaceability();
     const auto launch = services_.schedule.noteLaunch();
     enter(Phase::idle);
-    if (const auto why = services_.schedule.takeNotInstalled())
-        return tell(updateError(UpdateErrorCode::notInstalled, Error("GlimmerlyUpdate", 7, *why)));
+    const auto missed = services_.schedule.takeNotInstalled();
+    if (missed && compareVersions(services_.currentVersion, missed->version) < 0)
+        return tell(updateError(UpdateErrorCode::notInstalled, Error("GlimmerlyUpdate", 7, missed->why)),
+                    Prominence::quiet);
     // Not at the first launch: nobody wants to be asked about updates of what they have not seen yet.
     if (!services_.schedule.userWantsChecks() && launch == UpdateSchedule::Launch::later) {
         enter(Phase::askingPermission);
@@ -88,6 +91,9 @@ void SoftwareUpdater::setAutomaticallyChecksForUpdates(bool checks) {
         services_.dialogs.close();
         enter(Phase::idle);
     }
+    const bool isUnderWay = phase_ == Phase::checking || phase_ == Phase::downloading;
+    if (!checks && isUnderWay && initiator_ == CheckInitiator::schedule)
+        return abort(updateError(UpdateErrorCode::cancelledByUser), {});
     scheduleNextCheck();
 }
 
@@ -95,14 +101,14 @@ void SoftwareUpdater::setAutomaticallyDownloadsUpdates(bool downloads) {
     services_.schedule.setUserWantsDownloads(downloads);
     flags_.set(UpdaterFlag::automaticallyDownloadsUpdates, downloads);
     if (!downloads && phase_ == Phase::downloading && initiator_ == CheckInitiator::schedule)
-        abort(updateError(UpdateErrorCode::cancelledByUser), Telling::delegateOnly);
+        abort(updateError(UpdateErrorCode::cancelledByUser), {});
 }
 
 void SoftwareUpdater::checkForUpdates() {
     const bool isInBackground = initiator_ == CheckInitiator::schedule;
     initiator_ = CheckInitiator::user;
     if (services_.work == nullptr)
-        return services_.dialogs.showError(updateError(UpdateErrorCode::notConfigured),
+        return services_.dialogs.showError(updateError(UpdateErrorCode::notConfigured), Prominence::inFront,
                                            [this](ErrorAnswer) { services_.dialogs.close(); });
     if (phase_ == Phase::idle || phase_ == Phase::askingPermission) // asked again at the next launch
         check(CheckInitiator::user);
@@ -130,12 +136,13 @@ void SoftwareUpdater::showChecking() {
 }
 
 void SoftwareUpdater::feedArrived(const UpdateWork::Feed& feed) {
+    const bool isUser = initiator_ == CheckInitiator::user;
+    const bool isReplaceable = noteReplaceability();
     if (!feed) {
         if (isCode(feed.error(), UpdateErrorCode::feedUnreachable))
             services_.schedule.noteUnreachable();
-        return abort(feed.error(), tellingOfInitiator());
+        return abort(feed.error(), isUser ? std::optional(Prominence::inFront) : std::nullopt);
     }
-    const bool isUser = initiator_ == CheckInitiator::user;
     const auto choice =
         chooseUpdate(*feed, {.currentVersion = services_.currentVersion,
                              .systemVersion = runningSystemVersion(),
@@ -144,10 +151,12 @@ void SoftwareUpdater::feedArrived(const UpdateWork::Feed& feed) {
     if (!choice.item)
         return nothingToOffer(choice.reason);
     item_ = choice.item;
-    const bool mayDownload = flags_.value(UpdaterFlag::automaticallyDownloadsUpdates) &&
-                             item_->version != unusableVersion_ && noteReplaceability();
+    // A critical version is offered although it was skipped, or did not start when it was installed.
+    const bool mayDownload = flags_.value(UpdaterFlag::automaticallyDownloadsUpdates) && isReplaceable &&
+                             item_->version != unusableVersion_ &&
+                             item_->version != services_.schedule.skippedVersion();
     if (!isUser && mayDownload)
-        return download();
+        return download(ReadyNews::unheardOf);
     offer(isUser ? Prominence::inFront : Prominence::quiet);
 }
 
@@ -175,7 +184,7 @@ void SoftwareUpdater::offer(Prominence prominence) {
 void SoftwareUpdater::offerAnswered(UpdateAnswer answer) {
     if (answer == UpdateAnswer::install) {
         initiator_ = CheckInitiator::user;
-        return download();
+        return download(ReadyNews::accepted);
     }
     if (answer == UpdateAnswer::skip)
         services_.schedule.setSkippedVersion(item_->version);
@@ -191,8 +200,9 @@ void SoftwareUpdater::openDownloadPage() {
     services_.dialogs.openPage(isPage ? item_->link : services_.downloadPage);
 }
 
-void SoftwareUpdater::download() {
+void SoftwareUpdater::download(ReadyNews news) {
     enter(Phase::downloading);
+    readyNews_ = news;
     progress_ = {.received = 0, .total = item_->enclosure.length};
     if (initiator_ == CheckInitiator::user)
         showDownloading();
@@ -215,17 +225,18 @@ void SoftwareUpdater::prepared(const Result<void>& outcome) {
     if (!outcome)
         return notPrepared(outcome.error());
     enter(Phase::ready);
-    readyNews_ = initiator_ == CheckInitiator::user ? ReadyNews::accepted : ReadyNews::unheardOf;
     // Minutes after the click: who types elsewhere by now must not press its button.
     showReady(Prominence::quiet);
 }
 
 void SoftwareUpdater::notPrepared(const Error& error) {
-    const bool mayWorkLater =
-        isCode(error, UpdateErrorCode::downloadFailed) || isCode(error, UpdateErrorCode::alreadyInstalled);
-    if (initiator_ == CheckInitiator::user || mayWorkLater)
-        return abort(error, tellingOfInitiator());
-    // It would fail like that every day, and nobody would know that there is a newer version.
+    if (initiator_ == CheckInitiator::user)
+        return abort(error, Prominence::quiet);
+    const bool failsEachDay = isCode(error, UpdateErrorCode::downloadFailed) &&
+                              services_.schedule.noteNotDownloaded(item_->version);
+    if (mayWorkLater(error) && !failsEachDay)
+        return abort(error, {});
+    // Or nobody would ever know that there is a newer version.
     services_.work->cancel();
     services_.delegate.updaterDidAbort(error);
     unusableVersion_ = item_->version;
@@ -238,11 +249,14 @@ void SoftwareUpdater::showReady(Prominence prominence) {
 }
 
 void SoftwareUpdater::readyAnswered(ReadyAnswer answer) {
-    if (answer == ReadyAnswer::installAndRelaunch)
-        return installAndOpen([this](const auto& error) {
+    if (answer == ReadyAnswer::installAndRelaunch) {
+        if (auto installed = services_.work->install(); !installed)
+            return abort(installed.error(), Prominence::inFront);
+        return openInstalled([this](const auto& error) {
             if (!error)
                 services_.mainQueue.post([&application = services_.application] { application.terminate(); });
         });
+    }
     services_.dialogs.close();
     if (answer == ReadyAnswer::later)
         return; // it is installed when the program ends
@@ -251,13 +265,20 @@ void SoftwareUpdater::readyAnswered(ReadyAnswer answer) {
     enter(Phase::idle);
 }
 
-void SoftwareUpdater::installAndOpen(RelaunchCompletion completion) {
+/// False when it could not be put in this one's place, which the next launch tells.
+bool SoftwareUpdater::installForNextLaunch() {
+    auto installed = services_.work->install();
+    if (!installed) {
+        services_.schedule.noteNotInstalled({item_->version, installed.error().description()});
+        services_.dialogs.close();
+        abort(installed.error(), {});
+    }
+    return installed.has_value();
+}
+
+void SoftwareUpdater::openInstalled(RelaunchCompletion completion) {
     enter(Phase::installing);
     services_.dialogs.showInstalling(*item_);
-    if (auto installed = services_.work->install(); !installed) {
-        abort(installed.error(), Telling::user);
-        return completion(installed.error());
-    }
     services_.application.openSuccessor(services_.program,
                                         [this, completion = std::move(completion)](const auto& error) {
                                             if (error)
@@ -271,7 +292,8 @@ void SoftwareUpdater::takeBack(const Error& error) {
     if (hasEnded) // it would by itself again
         services_.schedule.setSkippedVersion(item_->version);
     const auto reverted = services_.work->revert();
-    abort(reverted ? updateError(UpdateErrorCode::notRelaunched, error) : reverted.error(), Telling::user);
+    abort(reverted ? updateError(UpdateErrorCode::notRelaunched, error) : reverted.error(),
+          Prominence::inFront);
 }
 
 void SoftwareUpdater::newerVersionDidNotStart(const std::string& version) {
@@ -280,36 +302,32 @@ void SoftwareUpdater::newerVersionDidNotStart(const std::string& version) {
     services_.schedule.setSkippedVersion(version); // it would be installed by itself again
     abort(updateError(UpdateErrorCode::notRelaunched,
                       Error("GlimmerlyUpdate", 6, "The version " + version + " ended while it started.")),
-          Telling::user);
+          Prominence::quiet);
 }
 
 void SoftwareUpdater::openNewInstance(RelaunchCompletion completion) {
-    if (phase_ == Phase::ready)
-        installAndOpen(std::move(completion));
+    if (phase_ == Phase::ready && installForNextLaunch())
+        openInstalled(std::move(completion));
     else
         services_.application.openSuccessor(services_.program, std::move(completion));
 }
 
 void SoftwareUpdater::cancelledByUser() {
     services_.dialogs.close();
-    abort(updateError(UpdateErrorCode::cancelledByUser), Telling::delegateOnly);
+    abort(updateError(UpdateErrorCode::cancelledByUser), {});
 }
 
-SoftwareUpdater::Telling SoftwareUpdater::tellingOfInitiator() const {
-    return initiator_ == CheckInitiator::user ? Telling::user : Telling::delegateOnly;
-}
-
-void SoftwareUpdater::abort(const Error& error, Telling telling) {
+void SoftwareUpdater::abort(const Error& error, std::optional<Prominence> telling) {
     services_.work->cancel();
     services_.delegate.updaterDidAbort(error);
-    if (telling == Telling::delegateOnly)
+    if (!telling)
         return enter(Phase::idle);
-    tell(error);
+    tell(error, *telling);
 }
 
-void SoftwareUpdater::tell(const Error& error) {
+void SoftwareUpdater::tell(const Error& error, Prominence prominence) {
     enter(Phase::telling);
-    services_.dialogs.showError(error, [this](ErrorAnswer answer) {
+    services_.dialogs.showError(error, prominence, [this](ErrorAnswer answer) {
         if (answer == ErrorAnswer::openDownloadPage)
             openDownloadPage();
         services_.dialogs.close();
@@ -321,10 +339,7 @@ void SoftwareUpdater::applicationWillTerminate() {
     if (services_.work == nullptr)
         return;
     if (phase_ == Phase::ready) {
-        if (auto installed = services_.work->install(); !installed) {
-            services_.delegate.updaterDidAbort(installed.error());
-            services_.schedule.noteNotInstalled(installed.error().description());
-        }
+        (void)installForNextLaunch();
     } else if (phase_ != Phase::installing) {
         services_.work->cancel();
         services_.work->waitForCancellation();

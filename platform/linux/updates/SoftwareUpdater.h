@@ -84,22 +84,21 @@ private:
     void offerAnswered(UpdateAnswer answer);
     void openDownloadPage();
 
-    void download();
+    void download(ReadyNews news);
     void prepared(const Result<void>& outcome);
     void notPrepared(const Error& error);
     void showReady(Prominence prominence);
     void readyAnswered(ReadyAnswer answer);
-    void installAndOpen(RelaunchCompletion completion);
+    [[nodiscard]] bool installForNextLaunch();
+    void openInstalled(RelaunchCompletion completion);
     void takeBack(const Error& error);
 
     void showChecking();
     void showDownloading();
     void cancelledByUser();
-    /// Ends the update at hand: the delegate hears of it, and the user when `telling` says so.
-    enum class Telling { user, delegateOnly };
-    void abort(const Error& error, Telling telling);
-    void tell(const Error& error);
-    [[nodiscard]] Telling tellingOfInitiator() const;
+    /// Ends the update at hand: the delegate hears of it, and the user when there is a way to tell them.
+    void abort(const Error& error, std::optional<Prominence> telling);
+    void tell(const Error& error, Prominence prominence);
 
     SoftwareUpdaterServices services_;
     UpdaterFlags flags_;

@@ -46,7 +46,8 @@ public:
                            std::function<void(ReadyAnswer)> answer) = 0;
     virtual void showInstalling(const AppcastItem& item) = 0;
     /// The download page is among the answers where the update can be installed by hand.
-    virtual void showError(const Error& error, std::function<void(ErrorAnswer)> answer) = 0;
+    virtual void showError(const Error& error, Prominence prominence,
+                           std::function<void(ErrorAnswer)> answer) = 0;
     virtual void openPage(const std::string& url) = 0;
     /// Brings the dialog that is shown forward.
     virtual void bringForward() = 0;

@@ -67,6 +67,12 @@ Error updateError(UpdateErrorCode code, const std::optional<Error>& cause) {
     return std::move(error).withFailureReason(cause->description()).withUnderlying(*cause);
 }
 
+bool mayWorkLater(const Error& error) {
+    return isCode(error, UpdateErrorCode::downloadFailed) ||
+           isCode(error, UpdateErrorCode::alreadyInstalled) ||
+           (error.underlying() != nullptr && isHeldByAnother(*error.underlying()));
+}
+
 bool canInstallByHand(const Error& error) {
     if (!isCode(error, UpdateErrorCode::notReplaceable) && !isCode(error, UpdateErrorCode::notInstalled) &&
         !isCode(error, UpdateErrorCode::notTakenBack))

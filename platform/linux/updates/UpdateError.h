@@ -11,6 +11,9 @@ namespace glimmerly {
     return error.domain() == updateErrorDomain && error.code() == static_cast<int>(code);
 }
 
+/// Whether another try may go better without anybody doing something about it.
+[[nodiscard]] bool mayWorkLater(const Error& error);
+
 /// Whether all that is in the way of the update is that the program cannot put it in its own place here.
 [[nodiscard]] bool canInstallByHand(const Error& error);
 

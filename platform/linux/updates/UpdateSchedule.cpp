@@ -54,11 +54,25 @@ std::string UpdateSchedule::skippedVersion() const {
     return preferences_.data(skippedKey).value_or("");
 }
 
-std::optional<std::string> UpdateSchedule::takeNotInstalled() {
-    auto why = preferences_.data(notInstalledKey);
-    if (why)
-        preferences_.remove(notInstalledKey);
-    return why;
+void UpdateSchedule::noteNotInstalled(const NotInstalled& update) {
+    preferences_.setData(notInstalledKey, update.version);
+    preferences_.setData(notInstalledWhyKey, update.why);
+}
+
+std::optional<UpdateSchedule::NotInstalled> UpdateSchedule::takeNotInstalled() {
+    const auto version = preferences_.data(notInstalledKey);
+    if (!version)
+        return std::nullopt;
+    NotInstalled update{*version, preferences_.data(notInstalledWhyKey).value_or("")};
+    preferences_.remove(notInstalledKey);
+    preferences_.remove(notInstalledWhyKey);
+    return update;
+}
+
+bool UpdateSchedule::noteNotDownloaded(const std::string& version) {
+    const bool isSecondTime = preferences_.data(notDownloadedKey) == version;
+    preferences_.setData(notDownloadedKey, version);
+    return isSecondTime;
 }
 
 std::optional<bool> UpdateSchedule::boolean(std::string_view key) const {

@@ -18,6 +18,8 @@ public:
     static constexpr std::string_view launchedKey = "SUHasLaunchedBefore";
     static constexpr std::string_view skippedKey = "SUSkippedVersion";
     static constexpr std::string_view notInstalledKey = "SUNotInstalledAtQuit";
+    static constexpr std::string_view notInstalledWhyKey = "SUNotInstalledAtQuitReason";
+    static constexpr std::string_view notDownloadedKey = "SUNotDownloadedVersion";
 
     static constexpr std::chrono::seconds defaultInterval = std::chrono::days(1);
     static constexpr std::chrono::seconds shortestInterval = std::chrono::minutes(1);
@@ -49,9 +51,17 @@ public:
     [[nodiscard]] std::string skippedVersion() const;
     void setSkippedVersion(const std::string& version) { preferences_.setData(skippedKey, version); }
 
-    /// That the program's end did not install what was ready, for the next launch to tell; told once.
-    void noteNotInstalled(const std::string& why) { preferences_.setData(notInstalledKey, why); }
-    [[nodiscard]] std::optional<std::string> takeNotInstalled();
+    /// A version that the program's end did not install although it was ready, for the next launch to tell;
+    /// told once.
+    struct NotInstalled {
+        std::string version;
+        std::string why;
+    };
+    void noteNotInstalled(const NotInstalled& update);
+    [[nodiscard]] std::optional<NotInstalled> takeNotInstalled();
+
+    /// Returns whether the last download that failed was one of this version too.
+    [[nodiscard]] bool noteNotDownloaded(const std::string& version);
 
 private:
     void setLastCheck(WallTime time);

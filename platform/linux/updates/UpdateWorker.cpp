@@ -111,13 +111,12 @@ Result<StagedUpdate> UpdateWorker::staged(const AppcastItem& item, const Progres
                                           const std::stop_token& stop) const {
     if (compareVersions(item.version, options_.currentVersion) <= 0)
         return updateFailure(UpdateErrorCode::versionUnexpected);
-    // By another instance, and not started yet: the version before it must stay until then.
-    if (compareVersions(archiveVersionIn(options_.installed.path()).value_or(""), options_.currentVersion) >
-        0)
-        return updateFailure(UpdateErrorCode::alreadyInstalled);
-    auto update = StagedUpdate::begin(options_.installed);
+    auto update = StagedUpdate::begin(options_.installed, options_.currentVersion);
     if (!update)
-        return updateFailure(UpdateErrorCode::notReplaceable, update.error());
+        return updateFailure(options_.installed.isNewerThan(options_.currentVersion)
+                                 ? UpdateErrorCode::alreadyInstalled
+                                 : UpdateErrorCode::notReplaceable,
+                             update.error());
     auto archive = ArrivingArchive::create(update->slot());
     if (!archive)
         return updateFailure(UpdateErrorCode::downloadFailed, archive.error());

@@ -63,14 +63,14 @@ AppcastItem itemOf(const std::string& version) {
 
 class SoftwareUpdaterTest : public testing::Test {
 protected:
-    void launch(UpdateWork* with) {
+    void launch(UpdateWork* with, const std::string& version = "1.0") {
         updater.emplace(SoftwareUpdaterServices{.mainQueue = mainQueue,
                                                 .application = application,
                                                 .dialogs = dialogs,
                                                 .delegate = delegate,
                                                 .schedule = schedule,
                                                 .work = with,
-                                                .currentVersion = "1.0",
+                                                .currentVersion = version,
                                                 .program = "/apps/G/bin/glimmerly"});
         updater->start();
     }
@@ -228,18 +228,34 @@ TEST_F(SoftwareUpdaterTest, OpeningTheProgramAnewInstallsWhatIsReadyFirst) {
     EXPECT_EQ(opened, (std::vector<bool>{false, true}));
     updater->applicationWillTerminate();
     EXPECT_EQ(work.installs, 2);
+
+    launch();
+    userAccepts("2");
+    work.installOutcome = failure(updateError(UpdateErrorCode::notInstalled));
+    open();
+    EXPECT_EQ(application.successors.size(), 4u) << "as this version, then";
 }
 
 TEST_F(SoftwareUpdaterTest, AVersionThatDidNotStartIsToldOfAndNotInstalledByItselfAgain) {
     userAllowedChecks();
     launch();
+    updater->setAutomaticallyDownloadsUpdates(true);
     updater->newerVersionDidNotStart("2");
     EXPECT_EQ(dialogs.shown, "error 4006");
+    EXPECT_EQ(dialogs.prominence, Prominence::quiet) << "nobody has just asked for it";
     EXPECT_EQ(delegate.aborted, std::vector<int>{4006});
     dialogs.acknowledge();
     ASSERT_TRUE(checksByItself());
     work.fed({{itemOf("2")}});
     EXPECT_EQ(delegate.notFound.at(0).reason, NoUpdateReason::skipped);
+    now += 25h;
+    launch();
+    ASSERT_TRUE(checksByItself());
+    auto critical = itemOf("2");
+    critical.urgency = Urgency::critical;
+    work.fed({{critical}});
+    EXPECT_EQ(dialogs.shown, "available 2");
+    EXPECT_FALSE(work.prepared) << "it would be installed at each end";
 }
 
 TEST_F(SoftwareUpdaterTest, NothingToOfferIsNoFailure) {
@@ -352,17 +368,30 @@ TEST_F(SoftwareUpdaterTest, DownloadsInTheBackgroundAndInstallsWithAClickOrAtThe
     work.installOutcome = failure(updateError(UpdateErrorCode::notInstalled));
     updater->applicationWillTerminate();
     EXPECT_EQ(work.installs, 1);
+    const auto stored = preferences.entries;
     for (const char* shown : {"error 4005", "nothing"}) { // told once
         dialogs.close();
         launch();
         EXPECT_EQ(dialogs.shown, shown);
     }
+    preferences.entries = stored;
+    launch(&work, "2");
+    EXPECT_EQ(dialogs.shown, "nothing") << "somebody has installed it by hand";
 }
 
 TEST_F(SoftwareUpdaterTest, WhatTheBackgroundCannotMakeReadyIsOfferedAndNotFetchedAgain) {
     userAllowedChecks();
     launch();
     updater->setAutomaticallyDownloadsUpdates(true);
+    for (const char* shown : {"nothing", "available 2"}) {
+        ASSERT_TRUE(checksByItself());
+        work.fed({{itemOf("2")}});
+        std::exchange(work.prepared, {})(failure(updateError(UpdateErrorCode::downloadFailed)));
+        EXPECT_EQ(dialogs.shown, shown) << "a line may be cut once, but not each day";
+        now += 25h;
+        launch();
+    }
+    delegate.aborted.clear();
     for (const bool isFirst : {true, false}) {
         ASSERT_TRUE(checksByItself());
         work.fed({{itemOf("2")}});
@@ -390,8 +419,17 @@ TEST_F(SoftwareUpdaterTest, WhatTheBackgroundFetchesCanBeSkippedOrSwitchedOff) {
     now += 25h;
     launch();
     ASSERT_TRUE(checksByItself());
+    updater->setAutomaticallyChecksForUpdates(false);
+    EXPECT_EQ(std::exchange(work.cancellations, 0), 1);
+    updater->setAutomaticallyChecksForUpdates(true);
+    now += 25h;
+    launch();
+    ASSERT_TRUE(checksByItself());
     work.fed({{itemOf("2")}});
+    updater->checkForUpdates();
+    EXPECT_EQ(dialogs.shown, "downloading") << "who looks on has not accepted it";
     work.prepared({});
+    EXPECT_EQ(dialogs.shown, "ready, unheard of");
     dialogs.ready(ReadyAnswer::skip);
     EXPECT_EQ(dialogs.shown, "nothing");
     EXPECT_EQ(work.cancellations, 1);

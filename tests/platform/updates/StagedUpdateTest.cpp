@@ -43,9 +43,9 @@ protected:
 TEST_F(StagedUpdateTest, PutsTheNewVersionInPlaceAndKeepsTheOldUntilTheNextStart) {
     const std::string archive = archiveOfVersion("2");
     {
-        auto staged = StagedUpdate::begin(installed);
+        auto staged = StagedUpdate::begin(installed, "1");
         ASSERT_TRUE(staged) << staged.error().description();
-        EXPECT_FALSE(StagedUpdate::begin(installed)) << "never two at once";
+        EXPECT_FALSE(StagedUpdate::begin(installed, "1")) << "never two at once";
         auto arriving = ArrivingArchive::create(staged->slot());
         ASSERT_TRUE(arriving);
         for (const char& byte : archive)
@@ -61,11 +61,12 @@ TEST_F(StagedUpdateTest, PutsTheNewVersionInPlaceAndKeepsTheOldUntilTheNextStart
         ASSERT_TRUE(staged->install());
         EXPECT_EQ(modeOf(folder), 0755u);
     }
-    EXPECT_EQ(scratch.names().size(), 2u) << "the old version is kept";
+    installed.removeLeftovers("1");
+    EXPECT_EQ(scratch.names().size(), 2u) << "the old version is kept until the new one has started";
     EXPECT_TRUE(installed.keepsOlderVersion());
     fs::remove(installed.otherVersion() / InstalledFolder::program);
     EXPECT_FALSE(installed.keepsOlderVersion()) << "not what starts";
-    installed.removeLeftovers();
+    installed.removeLeftovers("2");
     EXPECT_EQ(scratch.names(), std::vector<std::string>{"Glimmerly-1"});
     EXPECT_EQ(installedVersion(), "2");
 }
@@ -75,7 +76,7 @@ TEST_F(StagedUpdateTest, AKilledProcessLeavesOneWholeVersion) {
     for (int i = 0; i < 20; ++i) {
         const pid_t child = ::fork();
         if (child == 0) {
-            auto staged = StagedUpdate::begin(installed);
+            auto staged = StagedUpdate::begin(installed, "1");
             bool isFine = staged && staged->unpack(bytesOf(archiveOfVersion("2")));
             while (isFine)
                 isFine = staged->install() && staged->revert();
@@ -89,7 +90,7 @@ TEST_F(StagedUpdateTest, AKilledProcessLeavesOneWholeVersion) {
         ASSERT_TRUE(WIFSIGNALED(status)) << "the exchange failed";
         const std::string version = installedVersion();
         ASSERT_TRUE(version == "1" || version == "2") << version;
-        installed.removeLeftovers();
+        installed.removeLeftovers(version);
         ASSERT_EQ(scratch.names(), std::vector<std::string>{"Glimmerly-1"});
         ASSERT_EQ(installedVersion(), version);
     }
@@ -98,7 +99,7 @@ TEST_F(StagedUpdateTest, AKilledProcessLeavesOneWholeVersion) {
 TEST_F(StagedUpdateTest, KnowsWhatItMustNotReplace) {
     EXPECT_EQ(installed.replaceability(), Replaceability::replaceable);
     {
-        auto staged = StagedUpdate::begin(installed);
+        auto staged = StagedUpdate::begin(installed, "1");
         ASSERT_TRUE(staged && staged->unpack(bytesOf(archiveOfVersion("2"))));
         writeContent(folder / "share/mine", "precious");
         EXPECT_EQ(installed.replaceability(), Replaceability::inSharedFolder) << "a file of the user's";
@@ -107,7 +108,7 @@ TEST_F(StagedUpdateTest, KnowsWhatItMustNotReplace) {
     }
     fs::remove(folder / "share/mine");
     {
-        auto staged = StagedUpdate::begin(installed);
+        auto staged = StagedUpdate::begin(installed, "1");
         ASSERT_TRUE(staged && staged->unpack(bytesOf(archiveOfVersion("2"))));
         writeContent(folder / InstalledFolder::contentsFile,
                      "2.1\nbin/glimmerly\nshare/glimmerly/archive-contents\n");
@@ -118,18 +119,18 @@ TEST_F(StagedUpdateTest, KnowsWhatItMustNotReplace) {
     EXPECT_EQ(InstalledFolder::ofThisProcess().replaceability(), Replaceability::managedElsewhere);
 
     fs::create_directory_symlink("/", installed.slot());
-    EXPECT_FALSE(StagedUpdate::begin(installed)) << "the slot is a link";
+    EXPECT_FALSE(StagedUpdate::begin(installed, "1")) << "the slot is a link";
     fs::remove(installed.slot());
     fs::create_directory(installed.slot());
     fs::permissions(installed.slot(), fs::perms::all);
-    EXPECT_FALSE(StagedUpdate::begin(installed)) << "the slot is open to others";
+    EXPECT_FALSE(StagedUpdate::begin(installed, "1")) << "the slot is open to others";
 }
 
 TEST_F(StagedUpdateTest, ANewVersionThatEndsBeforeItHasStartedGivesWayToTheOldOne) {
     const fs::path ran = scratch.path() / "ran";
     writeContent(folder / InstalledFolder::program, "#!/bin/sh\n>" + ran.string() + " # 1");
     for (const bool starts : {false, true}) {
-        auto staged = std::optional(StagedUpdate::begin(installed));
+        auto staged = std::optional(StagedUpdate::begin(installed, "1"));
         ASSERT_TRUE(*staged && (*staged)->unpack(bytesOf(archiveOfVersion("2"))) && (*staged)->install());
         const pid_t child = ::fork();
         if (child == 0) {
@@ -145,7 +146,7 @@ TEST_F(StagedUpdateTest, ANewVersionThatEndsBeforeItHasStartedGivesWayToTheOldOn
         staged.reset();
         EXPECT_TRUE(starts || waitUntil([&] { return fs::remove(ran); }));
         EXPECT_EQ(installedVersion(), starts ? "2" : "1");
-        EXPECT_EQ(installed.removeLeftovers().value_or("none"), starts ? "none" : "2");
+        EXPECT_EQ(installed.removeLeftovers(installedVersion()).value_or("none"), starts ? "none" : "2");
         EXPECT_FALSE(installed.keepsOlderVersion());
         EXPECT_EQ(scratch.names(), std::vector<std::string>{"Glimmerly-1"});
     }

@@ -102,7 +102,7 @@ TEST_F(UpdateDialogsTest, AnErrorOffersTheDownloadPageWhereTheFolderIsAllThatIsI
         {updateError(UpdateErrorCode::feedInvalid), "The check for updates did not work", {"OK"}},
     };
     for (const auto& [error, title, expected] : cases) {
-        dialogs.showError(error, [](ErrorAnswer) {});
+        dialogs.showError(error, Prominence::inFront, [](ErrorAnswer) {});
         EXPECT_EQ(window().windowTitle(), title);
         EXPECT_EQ(buttons(), expected);
     }

@@ -81,7 +81,7 @@ std::unique_ptr<UpdaterController> LinuxUpdateFramework::startController(Updater
 
 void LinuxUpdateFramework::applicationDidFinishLaunching() {
     start_.end();
-    const auto failedVersion = start_.installed().removeLeftovers();
+    const auto failedVersion = start_.installed().removeLeftovers(versionOf(bundle_));
     if (failedVersion && controller_ != nullptr)
         controller_->softwareUpdater().newerVersionDidNotStart(*failedVersion);
 }

@@ -163,7 +163,8 @@ void StandardUpdateDialogs::showInstalling(const AppcastItem& item) {
         Prominence::inFront);
 }
 
-void StandardUpdateDialogs::showError(const Error& error, std::function<void(ErrorAnswer)> answer) {
+void StandardUpdateDialogs::showError(const Error& error, Prominence prominence,
+                                      std::function<void(ErrorAnswer)> answer) {
     const auto acknowledged = giving(answer, ErrorAnswer::acknowledged);
     const bool byHand = canInstallByHand(error);
     UpdatePage page{.title = whatFailed(error),
@@ -172,7 +173,7 @@ void StandardUpdateDialogs::showError(const Error& error, std::function<void(Err
                     .dismiss = acknowledged};
     if (byHand)
         page.buttons.push_back({"Open download page", giving(answer, ErrorAnswer::openDownloadPage)});
-    shownWindow().showPage(page, Prominence::inFront);
+    shownWindow().showPage(page, prominence);
 }
 
 void StandardUpdateDialogs::openPage(const std::string& url) {

@@ -29,7 +29,8 @@ public:
     void showReady(const AppcastItem& item, ReadyNews news, Prominence prominence,
                    std::function<void(ReadyAnswer)> answer) override;
     void showInstalling(const AppcastItem& item) override;
-    void showError(const Error& error, std::function<void(ErrorAnswer)> answer) override;
+    void showError(const Error& error, Prominence prominence,
+                   std::function<void(ErrorAnswer)> answer) override;
     void openPage(const std::string& url) override;
     void bringForward() override;
     void close() override;

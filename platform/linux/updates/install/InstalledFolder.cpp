@@ -60,6 +60,10 @@ bool InstalledFolder::keepsOlderVersion() const {
            compareVersions(*other, archiveVersionIn(folder_).value_or("")) < 0;
 }
 
+bool InstalledFolder::isNewerThan(const std::string& version) const {
+    return compareVersions(archiveVersionIn(folder_).value_or(""), version) > 0;
+}
+
 Replaceability InstalledFolder::replaceability() const {
     const auto contents = readFile(folder_ / contentsFile);
     if (!contents)
@@ -74,12 +78,18 @@ Replaceability InstalledFolder::replaceability() const {
     return Replaceability::replaceable;
 }
 
-std::optional<std::string> InstalledFolder::removeLeftovers() const {
+std::optional<std::string> InstalledFolder::removeLeftovers(const std::string& startedVersion) const {
     std::error_code none;
     if (!fs::exists(fs::symlink_status(slot(), none)) || replaceability() != Replaceability::replaceable)
         return std::nullopt;
-    const auto claimed = UpdateSlot::claim(slot()); // which takes it away at the end of its life
-    return claimed ? archiveVersionIn(failedVersion()) : std::nullopt;
+    auto claimed = UpdateSlot::claim(slot()); // which takes it away at the end of its life
+    if (!claimed)
+        return std::nullopt;
+    if (archiveVersionIn(folder_) != startedVersion) { // which has yet to start
+        claimed->keep();
+        return std::nullopt;
+    }
+    return archiveVersionIn(failedVersion());
 }
 
 std::optional<std::string> archiveVersionIn(const fs::path& folder) {

@@ -42,12 +42,13 @@ public:
     /// In the slot: a newer version that was installed, did not start, and was taken back.
     [[nodiscard]] std::filesystem::path failedVersion() const { return slot() / "failed"; }
     [[nodiscard]] bool keepsOlderVersion() const;
+    [[nodiscard]] bool isNewerThan(const std::string& version) const;
     [[nodiscard]] Replaceability replaceability() const;
 
-    /// Takes away what an update left beside the folder, unless one is under way: once this version has
-    /// started, the one before it is not needed any more. Returns the newer version that did not start, if
-    /// that is what was left.
-    std::optional<std::string> removeLeftovers() const;
+    /// Takes away what an update left beside the folder, unless one is under way: once `startedVersion` has
+    /// started, the one before it is not needed any more. Does nothing where another version has been
+    /// installed meanwhile. Returns the newer version that did not start, if that is what was left.
+    std::optional<std::string> removeLeftovers(const std::string& startedVersion) const;
 
 private:
     std::filesystem::path executable_;

@@ -77,10 +77,15 @@ Result<ByteBuffer> ArrivingArchive::read() const {
     }
 }
 
-Result<StagedUpdate> StagedUpdate::begin(const InstalledFolder& installed) {
+Result<StagedUpdate> StagedUpdate::begin(const InstalledFolder& installed,
+                                         const std::string& runningVersion) {
     auto slot = UpdateSlot::claim(installed.slot());
     if (!slot)
         return failure(slot.error());
+    if (installed.isNewerThan(runningVersion)) {
+        slot->keep();
+        return failure(Error("GlimmerlyUpdate", 4, "Another instance has installed a newer version."));
+    }
     if (auto cleared = slot->clear(); !cleared) {
         slot->keep();
         return failure(cleared.error());

@@ -32,8 +32,10 @@ private:
 /// process is killed, or the machine, the folder holds one version or the other, whole.
 class StagedUpdate {
 public:
-    /// An error when the file system cannot exchange two folders in one step.
-    [[nodiscard]] static Result<StagedUpdate> begin(const InstalledFolder& installed);
+    /// An error when the file system cannot exchange two folders in one step, and when a version newer than
+    /// `runningVersion` is installed, which needs the one that is kept until it has started.
+    [[nodiscard]] static Result<StagedUpdate> begin(const InstalledFolder& installed,
+                                                    const std::string& runningVersion);
 
     [[nodiscard]] const UpdateSlot& slot() const { return slot_; }
     /// Unpacks `archive` and forces it to the disk; afterwards there is a version to be installed. An error

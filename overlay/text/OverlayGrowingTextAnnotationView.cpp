@@ -59,9 +59,8 @@ void OverlayGrowingTextAnnotationView::layoutTextView() {
     frameInCanvas_ = {anchorInCanvas_.x - firstLine.left(),
                       anchorInCanvas_.y - (size.height - firstLine.center().y()), size.width, size.height};
 
-    // A caret behind the last character must have room too.
     const int inset = static_cast<int>(padding);
-    textView_->setGeometry(inset, inset, static_cast<int>(std::ceil(width)) + inset,
+    textView_->setGeometry(inset, inset, static_cast<int>(std::ceil(width)) + OverlayTextView::caretRoom,
                            static_cast<int>(std::ceil(height)));
     setGeometry(host_->widgetGeometry(frameInCanvas_));
     update();

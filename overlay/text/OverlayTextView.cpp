@@ -236,6 +236,12 @@ QVariant OverlayTextView::inputMethodQuery(Qt::InputMethodQuery query) const {
     return answer.toRectF().adjusted(0, 0, std::ceil(caretWidth), 0);
 }
 
+void OverlayTextView::resizeEvent(QResizeEvent* event) {
+    QTextEdit::resizeEvent(event);
+    if (document()->textWidth() > 0) // as Qt lays out lines that end at the right, which end before that room
+        document()->setTextWidth(width() - caretRoom);
+}
+
 void OverlayTextView::wheelEvent(QWheelEvent* event) {
     event->ignore();
 }

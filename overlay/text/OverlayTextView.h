@@ -17,6 +17,9 @@ class TextAnnotationHost;
 /// a typing history of its own. It edits while it is first responder and takes no mouse otherwise.
 class OverlayTextView : public QTextEdit {
 public:
+    /// At the right of the text: the caret behind the last character, and what reaches beyond it; points.
+    static constexpr int caretRoom = 8;
+
     OverlayTextView(TextAnnotationHost& host, const QFont& font, const QColor& color, const QString& text,
                     QWidget* parent);
 
@@ -59,6 +62,7 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
 private:

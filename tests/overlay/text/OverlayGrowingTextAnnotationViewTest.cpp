@@ -85,7 +85,7 @@ TEST(OverlayGrowingTextAnnotationView, EveryKindOfTextFitsItsView) {
         SCOPED_TRACE(text.toStdString());
         auto& view = canvas.add(text);
         const auto& editor = view.textView();
-        EXPECT_LE(editor.document()->size().width(), editor.width());
+        EXPECT_LE(editor.firstLineRect().right(), editor.width() - OverlayTextView::caretRoom);
         EXPECT_LE(editor.document()->size().height(), editor.height());
         EXPECT_LE(editor.geometry().bottom(), view.height());
     }

@@ -36,7 +36,10 @@ struct Onboarding : testing::Test {
         return desktop.client().pixels(desktop.client().areaOf(*window()));
     }
     [[nodiscard]] bool windowShows(Bitmap::Pixel color) const {
-        const Bitmap picture = windowPixels();
+        return shows(desktop.client().areaOf(*window()), color);
+    }
+    [[nodiscard]] bool shows(PixelRect area, Bitmap::Pixel color) const {
+        const Bitmap picture = desktop.client().pixels(area);
         for (int y = 0; y < picture.size().height; ++y) {
             const auto row = picture.row(y);
             if (std::ranges::find(row, color) != row.end())
@@ -87,6 +90,10 @@ TEST_F(Onboarding, ContinueKeepsItsWindowInFrontOfTheSettings) {
     ASSERT_EQ(again.waitForExit(patience), 0);
     const auto stacking = [this] { return desktop.client().managedWindows("_NET_CLIENT_LIST_STACKING"); };
     ASSERT_TRUE(waitUntil([&] { return stacking().size() == 2 && stacking().back() != onboarding; }));
+    // Once the settings are painted, beside the onboarding, they have asked to come forward too.
+    const auto settings = desktop.client().areaOf(stacking().back());
+    const PixelRect rightEdge{settings.maxX() - 10, settings.y, 10, settings.height};
+    ASSERT_TRUE(waitUntil([&] { return shows(rightEdge, lightBackground); }));
     const auto area = desktop.client().areaOf(onboarding);
     const auto isInFront = [&] {
         return stacking().back() == onboarding && desktop.client().focusedWindow() == onboarding;

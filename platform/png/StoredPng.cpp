@@ -132,10 +132,6 @@ Result<StoredPng> StoredPng::of(const Bitmap& bitmap) {
     return StoredPng(bitmap);
 }
 
-std::size_t StoredPng::size() const {
-    return Layout{bitmap_.size()}.fileBytes();
-}
-
 Result<void> StoredPng::writeTo(const FileDescriptor& file) const {
     const Layout layout{bitmap_.size()};
     const auto bandCount = static_cast<std::size_t>(layout.bandCount());

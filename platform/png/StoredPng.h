@@ -17,9 +17,6 @@ public:
     /// Writes the picture into the empty file, from two threads. Fails with the system's error.
     [[nodiscard]] Result<void> writeTo(const FileDescriptor& file) const;
 
-    /// The file's length in bytes.
-    [[nodiscard]] std::size_t size() const;
-
 private:
     explicit StoredPng(Bitmap bitmap) : bitmap_(std::move(bitmap)) {}
 

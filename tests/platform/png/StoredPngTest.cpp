@@ -22,9 +22,7 @@ protected:
         EXPECT_TRUE(png);
         EXPECT_TRUE(
             writeFileAtomically(path, [&](const FileDescriptor& file) { return png->writeTo(file); }));
-        std::string content = contentOf(path);
-        EXPECT_EQ(content.size(), png->size());
-        return content;
+        return contentOf(path);
     }
     static std::span<const std::byte> bytes(const std::string& content) {
         return std::as_bytes(std::span(content));
